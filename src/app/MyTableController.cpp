@@ -1,0 +1,60 @@
+#include "app/MyTableController.h"
+
+#include "engine/FinalScreen.h"
+
+namespace norvo {
+
+MyTableController* App_DefaultInstance = nullptr;
+MyTableController* Main_App_wnd = nullptr;
+
+MyTableController::MyTableController(TextView bundle_name, DeviceOpener& opener,
+                                     ScanOperations& operations, ReportListener& listener)
+    : profile_(select_edition(bundle_name)),
+      opener_(opener),
+      operations_(operations),
+      listener_(listener) {
+  App_DefaultInstance = this;
+  Main_App_wnd = defaultInstance();
+}
+
+MyTableController::~MyTableController() {
+  state_.stop_now = 1;
+  worker_.wait();
+  Main_App_wnd = nullptr;
+  App_DefaultInstance = nullptr;
+}
+
+MyTableController* MyTableController::defaultInstance() { return App_DefaultInstance; }
+
+void MyTableController::load_signature_tables(const std::filesystem::path& resource_folder) {
+  tables_.load(resource_folder, profile_.signature_files);
+}
+
+void MyTableController::start_search(const ScanRequest& request) {
+  worker_.wait();
+  timer_.invalidate();
+  request_ = request;
+  const ScanContext context{.request = request_,
+                            .state = state_,
+                            .opener = opener_,
+                            .results = *this,
+                            .operations = operations_,
+                            .timer = timer_};
+  worker_.start(context, [this, context] { Photo_Rec_Thread(context, tables_); });
+}
+
+void MyTableController::wait_for_worker() { worker_.wait(); }
+
+void MyTableController::Final_or_Stop_Screen() {
+  norvo::Final_or_Stop_Screen(request_, state_, operations_);
+}
+
+void MyTableController::stop_usb_disk(AlertPanel& panel) { norvo::stop_usb_disk(panel, state_); }
+
+void MyTableController::addImageWithPath(const std::filesystem::path& path, TextView imageName,
+                                         TextView image_UID) {
+  const ItemReport report = gallery_.addImageWithPath(path, imageName, image_UID);
+  listener_.file_reported(path, imageName, image_UID, report);
+}
+
+}  // namespace norvo

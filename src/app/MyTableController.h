@@ -1,0 +1,104 @@
+// The controller: owns the program's run-time state for the life of the process and joins the
+// rooms. It delegates; it does not compute.
+//
+// Exactly one exists. It is made on the main thread, after which App_DefaultInstance and
+// Main_App_wnd refer to it; they are null before and after its life.
+#pragma once
+
+#include <cstdint>
+#include <filesystem>
+#include <limits>
+
+#include "app/EditionProfile.h"
+#include "engine/PassSteps.h"
+#include "engine/ProgressTimer.h"
+#include "engine/ScanOperations.h"
+#include "engine/ScanResults.h"
+#include "engine/ScanState.h"
+#include "engine/ScanWorker.h"
+#include "results/Gallery.h"
+#include "sigdb/SignatureTables.h"
+#include "util/Alert.h"
+
+namespace norvo {
+
+// Who wants to know of the reports of a search, in their order and on the worker thread.
+class ReportListener {
+ public:
+  virtual ~ReportListener() = default;
+  virtual void file_reported(const std::filesystem::path& path, TextView imageName,
+                             TextView image_UID, const ItemReport& report) = 0;
+};
+
+class MyTableController final : private ScanResults {
+ public:
+  // `bundle_name` selects the edition. What is referred to outlives the controller.
+  MyTableController(TextView bundle_name, DeviceOpener& opener, ScanOperations& operations,
+                    ReportListener& listener);
+  ~MyTableController() override;
+  MyTableController(const MyTableController&) = delete;
+  MyTableController& operator=(const MyTableController&) = delete;
+
+  // The one controller, or null before it exists.
+  static MyTableController* defaultInstance();
+
+  const EditionProfile& profile() const { return profile_; }
+  const SignatureTables& tables() const { return tables_; }
+  ScanState& state() { return state_; }
+  const Gallery& gallery() const { return gallery_; }
+
+  // Loads the edition's signature files; part of the interface's set-up, once.
+  void load_signature_tables(const std::filesystem::path& resource_folder);
+
+  // Starts a photo search on the worker thread, with its timer. The previous one has ended.
+  void start_search(const ScanRequest& request);
+
+  // Returns when the worker has ended.
+  void wait_for_worker();
+
+  // The end-of-search screen. Main thread.
+  void Final_or_Stop_Screen();
+
+  // The Stop button. Main thread.
+  void stop_usb_disk(AlertPanel& panel);
+
+  // The search type that the person chose: 0 photo, 1 video, 2 raw file, 3 audio. Main thread, as
+  // the fields below.
+  std::int32_t Recovery_MODE = 0;
+
+  // The wizard's step, 0 to 3.
+  std::int32_t screen_counter = 0;
+
+  // The item of the file window that was selected last.
+  static constexpr auto no_previous_selection =
+      static_cast<std::uint64_t>(std::numeric_limits<std::int64_t>::max());
+  std::uint64_t Prev_Index = no_previous_selection;
+
+  // Size in bytes, as decimal digits, and media name of a whole disk.
+  Text Parent_Disk_Size;
+  Text Parent_Media_Name;
+
+ private:
+  void addImageWithPath(const std::filesystem::path& path, TextView imageName,
+                        TextView image_UID) override;
+  std::uint64_t Shown_Item_Count() const override { return gallery_.Shown_Item_Count(); }
+  void reset_Shown_Item_Count() override { gallery_.reset_Shown_Item_Count(); }
+  void empty_images() override { gallery_.empty_images(); }
+
+  EditionProfile profile_;
+  DeviceOpener& opener_;
+  ScanOperations& operations_;
+  ReportListener& listener_;
+  SignatureTables tables_;
+  Gallery gallery_;
+  ScanState state_;
+  ScanRequest request_;
+  ProgressTimer timer_;
+  ScanWorker worker_;
+};
+
+// The one controller through which worker threads and dialogs reach the program's state.
+extern MyTableController* App_DefaultInstance;
+extern MyTableController* Main_App_wnd;
+
+}  // namespace norvo

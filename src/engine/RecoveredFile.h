@@ -1,0 +1,41 @@
+// One output file of a search: whole sectors appended, then flushed and closed.
+//
+// Sectors that lie beside each other in memory are gathered and go out in one write. Gathered
+// sectors are not copied: call write_gathered() before their memory changes. Worker thread;
+// a write or close that fails throws SavingFailure, as a full drive must never pass for success.
+#pragma once
+
+#include <cstddef>
+#include <filesystem>
+
+#include "engine/OutputTree.h"
+#include "util/UniqueFd.h"
+
+namespace norvo {
+
+class RecoveredFile {
+ public:
+  bool is_open() const { return static_cast<bool>(fd_); }
+
+  // Closes what is open, without a word about failures, and creates the file at `relative`.
+  void open(const OutputTree& tree, const std::filesystem::path& relative);
+
+  // `sectors` consecutive sectors at `data`. The file must be open.
+  void append(const std::byte* data, std::size_t sectors);
+
+  // Hands the gathered sectors to the system.
+  void write_gathered();
+
+  // Writes what is gathered and closes. Nothing happens when no file is open.
+  void close();
+
+  // As close(), keeping silent about a failure: for exits that already report one.
+  void abandon() noexcept;
+
+ private:
+  UniqueFd fd_;
+  const std::byte* gathered_ = nullptr;
+  std::size_t gathered_bytes_ = 0;
+};
+
+}  // namespace norvo

@@ -1,0 +1,69 @@
+// The flags and counters that the worker, the timer and the main thread share.
+//
+// Flags and counters are atomic and may be read and written by any thread; a reader may see a
+// value that is a moment old. The streams belong to the worker while a pass runs and to the main
+// thread afterwards.
+#pragma once
+
+#include <atomic>
+#include <cstdint>
+#include <memory>
+#include <mutex>
+
+#include "engine/Device.h"
+#include "engine/RecoveredFile.h"
+#include "util/Text.h"
+
+namespace norvo {
+
+// A text that one thread writes and others read.
+class SharedText {
+ public:
+  void set(TextView text) {
+    const std::lock_guard lock(mutex_);
+    text_ = text;
+  }
+  Text get() const {
+    const std::lock_guard lock(mutex_);
+    return text_;
+  }
+
+ private:
+  mutable std::mutex mutex_;
+  Text text_;
+};
+
+// How a search ended, from best to worst.
+enum class SearchOutcome { completed, stopped, save_failed, open_failed };
+
+struct ScanState {
+  // 1 asks the running pass to end before its next sector. Lock-free, so that a signal handler may
+  // set it.
+  std::atomic<std::int32_t> stop_now{0};
+  // 1 when the final screen was shown, or will not be shown, for the running search.
+  std::atomic<std::int32_t> stop_screen_already_show{0};
+
+  // The range in sectors, the end exclusive, and the index of the next sector to read.
+  std::atomic<std::uint64_t> start_sector{0};
+  std::atomic<std::uint64_t> end_sector{0};
+  std::atomic<std::uint64_t> total_sector{0};
+  std::atomic<std::uint64_t> for_index{0};
+
+  // Running numbers of General and Thorough hits. They go on from pass to pass and from search to
+  // search, so that item identifiers stay unique.
+  std::atomic<std::uint64_t> GND_Image_number{0};
+  std::atomic<std::uint64_t> THD_Image_number{0};
+
+  // The worst outcome of the search's passes so far.
+  std::atomic<SearchOutcome> outcome{SearchOutcome::completed};
+
+  // The mode label's text of the running pass.
+  SharedText Curr_Running_Mode_Info;
+
+  std::unique_ptr<Device> pFile_Disk;  // null when no device is open
+  RecoveredFile pFile_op;
+};
+
+static_assert(std::atomic<std::int32_t>::is_always_lock_free);
+
+}  // namespace norvo

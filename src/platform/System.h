@@ -1,0 +1,29 @@
+// What the programs need of the operating system. Each system implements these functions in a
+// folder of its own, and the build takes one.
+#pragma once
+
+#include <cstdint>
+#include <filesystem>
+#include <memory>
+
+#include "engine/Device.h"
+
+namespace norvo {
+
+// Opens block devices (or raw nodes) and disk images, read-only.
+std::unique_ptr<DeviceOpener> make_system_device_opener();
+
+struct DeviceSize {
+  std::uint64_t bytes = 0;
+  int error = 0;  // errno when the size could not be told; bytes is then 0
+};
+DeviceSize device_size(const std::filesystem::path& device);
+
+// Whether `destination`, or the nearest folder above it that exists, lies on the drive `device`
+// (on one of its partitions, too). False when that cannot be told, and for disk images.
+bool lies_on_device(const std::filesystem::path& destination, const std::filesystem::path& device);
+
+// The folder of the running executable.
+std::filesystem::path executable_folder();
+
+}  // namespace norvo

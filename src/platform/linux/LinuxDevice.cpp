@@ -1,0 +1,90 @@
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <array>
+#include <cstring>
+
+#include "engine/DescriptorDevice.h"
+#include "platform/System.h"
+
+namespace norvo {
+namespace {
+
+// Direct reads go past the page cache, whose pages of eight sectors would all be lost with one.
+class LinuxDevice final : public DescriptorDevice {
+ public:
+  using DescriptorDevice::DescriptorDevice;
+
+  std::int64_t read_sector(std::uint64_t offset, std::span<std::byte> sector) override {
+    alignas(4096) std::array<std::byte, 4096> aligned;
+    const std::span item(aligned.data(), sector.size());
+    if (!set_direct(true)) return read_block(offset, sector);
+    const std::int64_t got = read_block(offset, item);
+    const int error = errno;
+    set_direct(false);
+    // A medium with larger sectors, or a file system without direct reads, refuses the request
+    // itself.
+    if (got < 0 && error == EINVAL) return read_block(offset, sector);
+    if (got > 0) std::memcpy(sector.data(), aligned.data(), static_cast<std::size_t>(got));
+    return got;
+  }
+
+  void will_need(std::uint64_t offset, std::size_t length) override {
+    static_cast<void>(posix_fadvise(fd(), static_cast<off_t>(offset), static_cast<off_t>(length),
+                                    POSIX_FADV_WILLNEED));
+  }
+
+ private:
+  bool set_direct(bool on) const {
+    const int flags = fcntl(fd(), F_GETFL);
+    return flags >= 0 && fcntl(fd(), F_SETFL, on ? flags | O_DIRECT : flags & ~O_DIRECT) == 0;
+  }
+};
+
+bool is_searchable(const UniqueFd& fd, int& error) {
+  struct stat status {};
+  if (fstat(fd.get(), &status) != 0) {
+    error = errno;
+    return false;
+  }
+  error = S_ISDIR(status.st_mode) ? EISDIR : ENOTBLK;
+  return S_ISBLK(status.st_mode) || S_ISREG(status.st_mode);
+}
+
+// O_NONBLOCK: opening a pipe must not wait for its other end.
+UniqueFd open_read_only(const std::filesystem::path& path, int& error) {
+  UniqueFd fd(open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
+  error = errno;
+  if (fd && !is_searchable(fd, error)) return {};
+  return fd;
+}
+
+class LinuxDeviceOpener final : public DeviceOpener {
+ public:
+  OpenedDevice open(const std::filesystem::path& path) override {
+    int error = 0;
+    UniqueFd fd = open_read_only(path, error);
+    if (!fd) return {.device = nullptr, .error = error};
+    // Ahead of a reader that goes from start to end the kernel may read twice as far.
+    static_cast<void>(posix_fadvise(fd.get(), 0, 0, POSIX_FADV_SEQUENTIAL));
+    return {.device = std::make_unique<LinuxDevice>(std::move(fd))};
+  }
+};
+
+}  // namespace
+
+std::unique_ptr<DeviceOpener> make_system_device_opener() {
+  return std::make_unique<LinuxDeviceOpener>();
+}
+
+DeviceSize device_size(const std::filesystem::path& device) {
+  int error = 0;
+  const UniqueFd fd = open_read_only(device, error);
+  if (!fd) return {.error = error};
+  const off_t end = lseek(fd.get(), 0, SEEK_END);
+  if (end < 0) return {.error = errno};
+  return {.bytes = static_cast<std::uint64_t>(end)};
+}
+
+}  // namespace norvo

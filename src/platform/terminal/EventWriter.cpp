@@ -1,0 +1,63 @@
+#include "platform/terminal/EventWriter.h"
+
+#include <nlohmann/json.hpp>
+
+namespace norvo {
+namespace {
+
+// Keeps the keys in the order in which they are written here.
+using Json = nlohmann::ordered_json;
+
+// Paths are bytes; those that are no UTF-8 show U+FFFD.
+std::string line_of(const Json& event) {
+  return event.dump(-1, ' ', false, Json::error_handler_t::replace);
+}
+
+const char* code_of(Pass pass) { return pass == Pass::general ? "GEN" : "THD"; }
+
+const char* name_of(SearchOutcome outcome) {
+  switch (outcome) {
+    case SearchOutcome::completed: return "completed";
+    case SearchOutcome::stopped: return "stopped";
+    case SearchOutcome::save_failed: return "save_failed";
+    case SearchOutcome::open_failed: return "open_failed";
+  }
+  return "";
+}
+
+}  // namespace
+
+void EventWriter::pass(Pass pass, TextView label) {
+  write_line(line_of({{"event", "pass"}, {"pass", code_of(pass)}, {"label", utf8_from_text(label)}}));
+}
+
+void EventWriter::file(Pass pass, const std::filesystem::path& path, TextView name, TextView uid) {
+  write_line(line_of({{"event", "file"},
+                      {"pass", code_of(pass)},
+                      {"path", path.native()},
+                      {"name", utf8_from_text(name)},
+                      {"uid", utf8_from_text(uid)}}));
+}
+
+void EventWriter::clear(TextView notice) {
+  write_line(line_of({{"event", "clear"}, {"notice", utf8_from_text(notice)}}));
+}
+
+void EventWriter::message(TextView text) {
+  write_line(line_of({{"event", "message"}, {"text", utf8_from_text(text)}}));
+}
+
+void EventWriter::device_error(int error, bool permission) {
+  write_line(line_of({{"event", "device_error"}, {"errno", error}, {"permission", permission}}));
+}
+
+void EventWriter::final(SearchOutcome outcome) {
+  write_line(line_of({{"event", "final"}, {"outcome", name_of(outcome)}}));
+}
+
+void EventWriter::write_line(std::string_view line) {
+  const std::lock_guard lock(mutex_);
+  stream_ << line << '\n' << std::flush;
+}
+
+}  // namespace norvo

@@ -1,0 +1,134 @@
+#include "platform/terminal/NorvoRecover.h"
+
+#include <optional>
+#include <string>
+#include <variant>
+
+#include "app/MyTableController.h"
+#include "engine/OutputFolders.h"
+#include "platform/System.h"
+#include "platform/terminal/CommandLine.h"
+#include "platform/terminal/SignatureReport.h"
+#include "platform/terminal/TerminalSession.h"
+#include "platform/terminal/Version.h"
+#include "wizard/SectorRange.h"
+
+namespace norvo {
+namespace {
+
+constexpr int wrong_usage = 2;
+
+int refuse(const NorvoRecoverSetting& setting, const std::string& message) {
+  setting.err << message << '\n';
+  return wrong_usage;
+}
+
+int exit_status(SearchOutcome outcome) {
+  switch (outcome) {
+    case SearchOutcome::completed: return 0;
+    case SearchOutcome::stopped: return 130;
+    case SearchOutcome::save_failed: return 1;
+    case SearchOutcome::open_failed: return 3;
+  }
+  return wrong_usage;
+}
+
+// A device whose size cannot be told still goes to the search, which reports why it cannot be
+// opened; only then there is no drive whose range could be checked.
+std::variant<ScanRequest, UsageError> make_request(const CommandLine& line,
+                                                   const EditionProfile& profile) {
+  const DeviceSize size = device_size(line.device);
+  ScanRequest request;
+  request.Recovery_MODE = line.Recovery_MODE;
+  request.device_path = line.device;
+  request.sectors_val = size.bytes >> sector_shift;
+  request.thorough = line.thorough;
+  request.destination = line.destination;
+  request.Rec_Folder_Name = profile.Rec_Folder_Name;
+  if (line.start_sector && size.error == 0) {
+    const auto fault =
+        check_sector_range(*line.start_sector, *line.end_sector, decimal(request.sectors_val));
+    if (fault) return UsageError{utf8_from_text(fault->message)};
+    request.entire_disk = false;
+    request.sector_range = true;
+    request.start_slider_val = *line.start_sector;
+    request.end_slider_val = *line.end_sector;
+  }
+  return request;
+}
+
+void warn_before_search(const CommandLine& line, const MyTableController& controller,
+                        const std::filesystem::path& signatures, std::ostream& err) {
+  if (lies_on_device(line.destination, line.device)) {
+    err << "Warning: the destination lies on the device that is searched. What is saved there can "
+           "overwrite what is still to be found; choose a folder on another drive.\n";
+  }
+  if (controller.tables().Ext_Array.empty()) {
+    err << "Warning: no signatures could be read from " << signatures.string() << ".\n";
+  }
+}
+
+void show_summary(const TerminalSession& session, const ScanRequest& request, SearchOutcome outcome,
+                  std::ostream& out) {
+  if (outcome == SearchOutcome::open_failed) return;
+  if (outcome == SearchOutcome::stopped) out << "Stopped. Found up to there:\n";
+  out << session.found().text();
+  if (session.found().files() == 0) return;
+  out << "They lie in "
+      << (request.destination / search_folder(request.Rec_Folder_Name, request.Recovery_MODE))
+             .string()
+      << '\n'
+      << std::flush;
+}
+
+int search(const CommandLine& line, const NorvoRecoverSetting& setting) {
+  TerminalSession session({.out = setting.out,
+                           .err = setting.err,
+                           .json = line.json,
+                           .progress = !line.quiet,
+                           .rewrites_line = setting.err_is_terminal});
+  MyTableController controller(line.edition, setting.opener, session, session);
+  const EditionProfile& profile = controller.profile();
+  const std::string edition = utf8_from_text(line.edition);
+  if (!profile.is_edition()) {
+    return refuse(setting, "\"" + edition + "\" names no edition: its name holds none of Alder, "
+                           "Birch, Cedar, Larch, Maple, Rowan and Spruce.");
+  }
+  if (!profile.has_search_type(line.Recovery_MODE)) {
+    return refuse(setting, "The edition \"" + edition + "\" does not have this search type.");
+  }
+  const auto request = make_request(line, profile);
+  if (const auto* fault = std::get_if<UsageError>(&request)) return refuse(setting, fault->message);
+
+  const std::filesystem::path& signatures =
+      line.signatures.empty() ? setting.shipped_signatures : line.signatures;
+  controller.load_signature_tables(signatures);
+  warn_before_search(line, controller, signatures, setting.err);
+  if (setting.publish_stop_flag != nullptr) setting.publish_stop_flag(&controller.state().stop_now);
+  const SearchOutcome outcome = session.run(controller, std::get<ScanRequest>(request));
+  if (setting.publish_stop_flag != nullptr) setting.publish_stop_flag(nullptr);
+  if (!line.json) show_summary(session, std::get<ScanRequest>(request), outcome, setting.out);
+  return exit_status(outcome);
+}
+
+}  // namespace
+
+int norvo_recover(std::span<const char* const> arguments, const NorvoRecoverSetting& setting) {
+  const auto parsed = parse_command_line(arguments);
+  if (const auto* fault = std::get_if<UsageError>(&parsed)) {
+    return refuse(setting, fault->message + "\nTry norvo-recover --help.");
+  }
+  const auto& line = std::get<CommandLine>(parsed);
+  switch (line.action) {
+    case CommandLine::Action::help: setting.out << help_text(); return 0;
+    case CommandLine::Action::version:
+      setting.out << "norvo-recover " << program_version << '\n';
+      return 0;
+    case CommandLine::Action::check_signatures:
+      return report_signature_faults(line.signatures, setting.out, setting.err);
+    case CommandLine::Action::search: return search(line, setting);
+  }
+  return wrong_usage;
+}
+
+}  // namespace norvo

@@ -1,0 +1,21 @@
+#include <unistd.h>
+
+#include <iostream>
+
+#include "platform/System.h"
+#include "platform/terminal/NorvoRecover.h"
+#include "platform/terminal/StopSignals.h"
+
+int main(int argc, char** argv) {
+  norvo::install_stop_signals();
+  const auto opener = norvo::make_system_device_opener();
+  const std::span<const char* const> arguments(argv, static_cast<std::size_t>(argc));
+  return norvo::norvo_recover(
+      arguments.subspan(arguments.empty() ? 0 : 1),
+      {.opener = *opener,
+       .shipped_signatures = norvo::executable_folder() / "../share/norvo-recovery/signatures",
+       .out = std::cout,
+       .err = std::cerr,
+       .err_is_terminal = isatty(STDERR_FILENO) == 1,
+       .publish_stop_flag = norvo::publish_stop_flag});
+}

@@ -1,0 +1,51 @@
+#include "results/Gallery.h"
+
+namespace norvo {
+namespace {
+
+constexpr std::uint64_t photos_per_scroll = 6;
+
+}  // namespace
+
+ItemReport Gallery::addImageWithPath(const std::filesystem::path& path, TextView imageName,
+                                     TextView image_UID) {
+  const std::lock_guard lock(mutex_);
+  if (images_.size() >= item_limit) {
+    ++shown_item_count_;
+    return {};
+  }
+  if (shown_item_count_ >= item_limit) return {};
+  if (Trim_Str(text_from_utf8_lossy(path.native())).empty()) return {};
+  images_.push_back(
+      {.path = path, .image_Name = Text(imageName), .image_UID = Text(image_UID)});
+  ++shown_item_count_;
+  return {.item_added = true, .scroll_to_last = shown_item_count_ % photos_per_scroll == 0};
+}
+
+void Gallery::empty_images() {
+  const std::lock_guard lock(mutex_);
+  images_.clear();
+}
+
+std::uint64_t Gallery::Shown_Item_Count() const {
+  const std::lock_guard lock(mutex_);
+  return shown_item_count_;
+}
+
+void Gallery::reset_Shown_Item_Count() {
+  const std::lock_guard lock(mutex_);
+  shown_item_count_ = 0;
+}
+
+std::size_t Gallery::size() const {
+  const std::lock_guard lock(mutex_);
+  return images_.size();
+}
+
+std::optional<MyImageObject> Gallery::item(std::size_t index) const {
+  const std::lock_guard lock(mutex_);
+  if (index >= images_.size()) return std::nullopt;
+  return images_[index];
+}
+
+}  // namespace norvo
