@@ -1,7 +1,9 @@
 #include "engine/HeaderMatcher.h"
 
 #include <algorithm>
+#include <bit>
 #include <cstring>
+#include <span>
 
 #include "util/Hexadecimal.h"
 
@@ -38,34 +40,67 @@ bool found_along_gate_run(const std::byte* sector, std::byte gate,
   return false;
 }
 
-std::uint64_t eight_bytes(const std::byte* at) {
-  std::uint64_t value = 0;
-  std::memcpy(&value, at, sizeof value);
-  return value;
+std::uint16_t pair_of(const std::byte* at) {
+  std::uint16_t pair = 0;
+  std::memcpy(&pair, at, sizeof pair);
+  return pair;
+}
+
+std::uint16_t pair_of(std::byte first, std::byte second) {
+  const std::array<std::byte, 2> bytes{first, second};
+  return pair_of(bytes.data());
+}
+
+// A multiplication spreads the pairs over the table, as many headers begin alike.
+unsigned table_index(std::uint16_t pair, unsigned index_bits) {
+  return (pair * 0x9E3779B1U) >> (32 - index_bits);
+}
+
+bool in_table(std::span<const std::uint64_t> table, unsigned index) {
+  return ((table[index / 64] >> (index % 64)) & 1U) != 0;
 }
 
 }  // namespace
 
-void HeaderMatcher::Probe::want(unsigned first, unsigned second) {
-  std::array<std::byte, 2> pair{static_cast<std::byte>(first), static_cast<std::byte>(second)};
-  std::uint16_t word = 0;
-  std::memcpy(&word, pair.data(), sizeof word);
-  wanted[word / 64U] |= std::uint64_t{1} << (word % 64U);
+bool HeaderMatcher::CompiledRecord::found_in(const std::byte* sector) const {
+  const std::byte* at = sector + position;
+  if (*at != gate) return false;
+  return narrow_search ? found_along_gate_run(sector, gate, header)
+                       : std::memcmp(at, header.data(), header.size()) == 0;
 }
 
-void HeaderMatcher::Probe::want_any_second(unsigned first) {
-  for (unsigned second = 0; second < 256; ++second) want(first, second);
+std::optional<std::uint16_t> HeaderMatcher::CompiledRecord::pair_at(std::size_t byte) const {
+  if (narrow_search || byte < position || byte + 2 > position + header.size()) return std::nullopt;
+  return pair_of(header.data() + (byte - position));
 }
 
-bool HeaderMatcher::Probe::accepts(const std::byte* at) const {
-  std::uint16_t word = 0;
-  std::memcpy(&word, at, sizeof word);
-  return ((wanted[word / 64U] >> (word % 64U)) & 1U) != 0;
+void HeaderMatcher::Probe::add(std::uint16_t pair, const CompiledRecord& record) {
+  const unsigned index = table_index(pair, index_bits);
+  approximate[index / 64] |= std::uint64_t{1} << (index % 64);
+  exact.emplace_back(pair, &record);
+}
+
+bool HeaderMatcher::Probe::wants(const std::byte* sector) const {
+  const std::uint16_t pair = pair_of(sector + position);
+  if (!in_table(approximate, table_index(pair, index_bits))) return false;
+  auto entry = std::lower_bound(exact.begin(), exact.end(), pair,
+                                [](const auto& e, std::uint16_t p) { return e.first < p; });
+  for (; entry != exact.end() && entry->first == pair; ++entry) {
+    if (entry->second->found_in(sector)) return true;
+  }
+  return false;
 }
 
 HeaderMatcher::HeaderMatcher(const SignatureTable& table, EmptyHeader empty_header)
     : records_(compile(table, empty_header)) {
-  for (const CompiledRecord& record : records_) add_to_probe(record);
+  for (const std::size_t position : choose_positions()) {
+    probes_.push_back({.position = position, .approximate = {}, .exact = {}});
+  }
+  for (const CompiledRecord& record : records_) add_to_probes(record);
+  for (Probe& probe : probes_) {
+    std::sort(probe.exact.begin(), probe.exact.end(),
+              [](const auto& a, const auto& b) { return a.first < b.first; });
+  }
 }
 
 // Records that no sector can start are left out: a gate that no byte equals or that is not the
@@ -97,48 +132,86 @@ std::vector<HeaderMatcher::CompiledRecord> HeaderMatcher::compile(const Signatur
   return records;
 }
 
-HeaderMatcher::Probe& HeaderMatcher::probe_at(std::size_t position) {
-  for (const auto& probe : probes_) {
-    if (probe->position == position) return *probe;
+// Greedy: the position at which most of the remaining records have a pair, until none remains.
+// Pairs of zeros do not count, as empty sectors are the most frequent ones; a record with nothing
+// else, and one whose header is not simply at its position, is probed at its own position.
+std::vector<std::size_t> HeaderMatcher::choose_positions() const {
+  std::vector<std::size_t> positions;
+  std::vector<const CompiledRecord*> remaining;
+  const auto covers = [](std::size_t byte, const CompiledRecord& record) {
+    return record.pair_at(byte).value_or(0) != 0;
+  };
+  for (const CompiledRecord& record : records_) remaining.push_back(&record);
+  while (!remaining.empty()) {
+    std::size_t best = remaining.front()->position;
+    std::ptrdiff_t most = 0;
+    for (std::size_t byte = 0; byte + 2 <= sector_size; ++byte) {
+      const auto count = std::count_if(remaining.begin(), remaining.end(),
+                                       [&](const auto* record) { return covers(byte, *record); });
+      if (count > most) most = count, best = byte;
+    }
+    positions.push_back(best);
+    std::erase_if(remaining, [&](const CompiledRecord* record) {
+      return covers(best, *record) || record->position == best;
+    });
   }
-  probes_.push_back(std::make_unique<Probe>());
-  probes_.back()->position = position;
-  return *probes_.back();
+  return positions;
 }
 
-void HeaderMatcher::add_to_probe(const CompiledRecord& record) {
-  // Two bytes are looked at; a one-byte header at the last byte has no second one to look at, but
-  // numeric positions end well before it.
-  Probe& probe = probe_at(record.position);
-  const auto gate = std::to_integer<unsigned>(record.gate);
-  if (record.header.size() < 2) {
-    probe.want_any_second(gate);
-  } else {
-    probe.want(gate, std::to_integer<unsigned>(record.header[1]));
-    // The narrow search goes on after one matching byte when the next one equals the gate.
-    if (record.narrow_search) probe.want(gate, gate);
+// A record is probed at the first chosen position that serves it.
+void HeaderMatcher::add_to_probes(const CompiledRecord& record) {
+  for (Probe& probe : probes_) {
+    if (const auto pair = record.pair_at(probe.position); pair.value_or(0) != 0) {
+      probe.add(*pair, record);
+      return;
+    }
   }
-  const std::size_t looked_at = std::min<std::size_t>(record.header.size(), 8);
-  probe.wants_zeros |= std::all_of(record.header.begin(),
-                                   record.header.begin() + static_cast<std::ptrdiff_t>(looked_at),
-                                   [](std::byte b) { return b == std::byte{0}; });
-  probe.wants_zeros |= record.narrow_search && gate == 0;
+  Probe& probe = probe_at(record.position);
+  if (record.header.size() >= 2) {
+    probe.add(pair_of(record.header[0], record.header[1]), record);
+    // The narrow search goes on after one matching byte when the next one equals the gate.
+    if (record.narrow_search) probe.add(pair_of(record.gate, record.gate), record);
+    return;
+  }
+  for (unsigned second = 0; second < 256; ++second) {
+    probe.add(pair_of(record.gate, static_cast<std::byte>(second)), record);
+  }
+}
+
+HeaderMatcher::Probe& HeaderMatcher::probe_at(std::size_t position) {
+  return *std::find_if(probes_.begin(), probes_.end(),
+                       [&](const Probe& probe) { return probe.position == position; });
+}
+
+// One bit for each of eight sectors that some probe accepts. The sectors are looked at beside each
+// other so that the processor waits for their memory once, not eight times.
+unsigned HeaderMatcher::accepted_of_eight(const std::byte* sectors) const {
+  unsigned accepted = 0;
+  for (const Probe& probe : probes_) {
+    const std::byte* at = sectors + probe.position;
+    for (unsigned i = 0; i < 8; ++i) {
+      const unsigned index = table_index(pair_of(at + i * sector_size), Probe::index_bits);
+      accepted |= static_cast<unsigned>(in_table(probe.approximate, index)) << i;
+    }
+  }
+  return accepted;
 }
 
 bool HeaderMatcher::may_match(const std::byte* sector) const {
-  for (const auto& probe : probes_) {
-    const std::byte* at = sector + probe->position;
-    if (!probe->accepts(at)) continue;
-    // Empty sectors are the most frequent ones; many headers begin with a zero byte or two.
-    const bool eight_fit = probe->position + 8 <= sector_size;
-    if (eight_fit && !probe->wants_zeros && eight_bytes(at) == 0) continue;
-    return true;
-  }
-  return false;
+  return std::any_of(probes_.begin(), probes_.end(),
+                     [sector](const Probe& probe) { return probe.wants(sector); });
 }
 
 std::size_t HeaderMatcher::find_candidate(const std::byte* sectors, std::size_t count) const {
-  for (std::size_t i = 0; i < count; ++i) {
+  std::size_t i = 0;
+  for (; i + 8 <= count; i += 8) {
+    const std::byte* eight = sectors + i * sector_size;
+    for (unsigned accepted = accepted_of_eight(eight); accepted != 0; accepted &= accepted - 1) {
+      const auto at = static_cast<std::size_t>(std::countr_zero(accepted));
+      if (may_match(eight + at * sector_size)) return i + at;
+    }
+  }
+  for (; i < count; ++i) {
     if (may_match(sectors + i * sector_size)) return i;
   }
   return count;
@@ -146,13 +219,7 @@ std::size_t HeaderMatcher::find_candidate(const std::byte* sectors, std::size_t 
 
 std::size_t HeaderMatcher::match(const std::byte* sector) const {
   for (const CompiledRecord& record : records_) {
-    const std::byte* at = sector + record.position;
-    if (*at != record.gate) continue;
-    const bool found =
-        record.narrow_search
-            ? found_along_gate_run(sector, record.gate, record.header)
-            : std::memcmp(at, record.header.data(), record.header.size()) == 0;
-    if (found) return record.index;
+    if (record.found_in(sector)) return record.index;
   }
   return no_record;
 }

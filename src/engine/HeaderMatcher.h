@@ -11,8 +11,8 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
-#include <memory>
-#include <span>
+#include <optional>
+#include <utility>
 #include <vector>
 
 #include "engine/Device.h"
@@ -29,6 +29,8 @@ class HeaderMatcher {
 
   // Compiles the whole records of `table`; an incomplete last record is left out.
   HeaderMatcher(const SignatureTable& table, EmptyHeader empty_header);
+  HeaderMatcher(const HeaderMatcher&) = delete;
+  HeaderMatcher& operator=(const HeaderMatcher&) = delete;
 
   // The index of the first record that `sector` (512 bytes) starts, or no_record.
   std::size_t match(const std::byte* sector) const;
@@ -38,32 +40,44 @@ class HeaderMatcher {
   std::size_t find_candidate(const std::byte* sectors, std::size_t count) const;
 
  private:
+  // A record that some sector can start.
   struct CompiledRecord {
     std::size_t index = 0;
     bool narrow_search = false;  // the rule "nn"
     std::size_t position = 0;
     std::byte gate{};
     std::vector<std::byte> header;
+
+    bool found_in(const std::byte* sector) const;
+    // Two neighbouring bytes of every sector that the record can match, if it has such.
+    std::optional<std::uint16_t> pair_at(std::size_t byte) const;
   };
 
-  // The two bytes at one position that some record wants there.
+  // Sectors are dismissed by two neighbouring bytes at a few positions. Positions are chosen so
+  // that few of them serve all records and empty sectors are dismissed, too.
   struct Probe {
-    std::size_t position = 0;
-    bool wants_zeros = false;  // a record may begin with eight zero bytes here
-    std::array<std::uint64_t, 65536 / 64> wanted{};
+    static constexpr unsigned index_bits = 13;
 
-    void want(unsigned first, unsigned second);
-    void want_any_second(unsigned first);
-    bool accepts(const std::byte* at) const;
+    std::size_t position = 0;
+    // Approximate: a pair that a record wants is always in it, another one seldom. Small, so that
+    // the tables of all probes stay in the processor's first-level cache together.
+    std::array<std::uint64_t, (1U << index_bits) / 64> approximate{};
+    // Exact: pair and record, in ascending order.
+    std::vector<std::pair<std::uint16_t, const CompiledRecord*>> exact;
+
+    void add(std::uint16_t pair, const CompiledRecord& record);
+    bool wants(const std::byte* sector) const;
   };
 
   static std::vector<CompiledRecord> compile(const SignatureTable& table, EmptyHeader empty_header);
+  std::vector<std::size_t> choose_positions() const;
+  void add_to_probes(const CompiledRecord& record);
   Probe& probe_at(std::size_t position);
-  void add_to_probe(const CompiledRecord& record);
+  unsigned accepted_of_eight(const std::byte* sectors) const;
   bool may_match(const std::byte* sector) const;
 
   std::vector<CompiledRecord> records_;
-  std::vector<std::unique_ptr<Probe>> probes_;
+  std::vector<Probe> probes_;
 };
 
 }  // namespace norvo

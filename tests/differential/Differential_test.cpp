@@ -1,0 +1,68 @@
+// The engine against the plain search on seeded random searches. NORVO_SEEDS="first count" chooses
+// other seeds than the usual ones.
+#include <gtest/gtest.h>
+
+#include <cstdint>
+#include <cstdlib>
+#include <sstream>
+
+#include "../plain/PlainSearch.h"
+#include "EngineHarness.h"
+#include "OutcomeComparison.h"
+#include "RandomSearch.h"
+
+namespace differential {
+namespace {
+
+constexpr std::uint64_t kUsualFirst = 1;
+constexpr std::uint64_t kUsualCount = 6000;
+constexpr int kShownFailures = 5;
+
+struct SeedRange {
+  std::uint64_t first = kUsualFirst;
+  std::uint64_t count = kUsualCount;
+};
+
+SeedRange seeds() {
+  SeedRange range;
+  if (const char* wanted = std::getenv("NORVO_SEEDS")) {
+    std::istringstream in(wanted);
+    in >> range.first >> range.count;
+    EXPECT_FALSE(in.fail()) << "NORVO_SEEDS is \"first count\", not \"" << wanted << '"';
+  }
+  return range;
+}
+
+// Compares the searches of all seeds whose mode `is_wanted`; further failures are only counted.
+template <typename Wanted>
+void compare(Wanted is_wanted) {
+  const SeedRange range = seeds();
+  int failures = 0;
+  std::uint64_t compared = 0;
+  for (std::uint64_t seed = range.first; seed < range.first + range.count; ++seed) {
+    const plain::Search search = random_search(seed);
+    if (!is_wanted(search.mode)) {
+      continue;
+    }
+    ++compared;
+    const auto difference = first_difference(plain::run(search), run_engine(search));
+    if (difference && ++failures <= kShownFailures) {
+      ADD_FAILURE() << "seed " << seed << "\n" << *difference << "\n" << describe(search);
+    }
+  }
+  EXPECT_EQ(failures, 0) << "of " << compared << " searches";
+  if (compared == 0) {
+    GTEST_SKIP() << "none of the chosen seeds has such a mode";
+  }
+}
+
+TEST(Differential, PhotoSearchesEqualThePlainOnes) {
+  compare([](int mode) { return mode == 0; });
+}
+
+TEST(Differential, RawFileSearchesEqualThePlainOnes) {
+  compare([](int mode) { return mode != 0; });
+}
+
+}  // namespace
+}  // namespace differential

@@ -1,0 +1,158 @@
+// The first bytes of real files, or bytes written from the definition of the format.
+
+#include <array>
+
+#include "ShippedTablesSamples.h"
+
+namespace shipped {
+
+namespace {
+
+constexpr auto kPhotoGeneral = std::to_array<Sample>({
+    {"JPG", "Pillow", "FFD8FFE0 0010 'JFIF' 00010100 0001"},
+    {"PNG", "Pillow", "89504E47 0D0A1A0A 0000000D 'IHDR'"},
+    {"GIF", "Pillow", "'GIF87a' C8009600 870000FF FFFF"},
+    {"WEBP", "Pillow", "'RIFF' 02860000 'WEBPVP8X'"},
+    {"GIF", "ImageMagick", "'GIF89a' C8009600 F7FF0000 0000"},
+    {"BMP", "Pillow", "424DC65F 01000000 00003600 00002800 0000"},
+    {"BMP", "Pillow", "'BMfy' 00000000 00003604 00002800 0000"},
+    {"BMP", "Pillow", "424DA610 00000000 00003E00 00002800 0000"},
+    {"BMP", "ImageMagick", "424D1A60 01000000 00008A00 00007C00 0000"},
+    {"TIF", "ffmpeg", "49492A00 9E790100 FD4A01DD A6FD4A01"},
+    {"TIF", "ImageMagick", "49492A00 48750000 78DA0007 40F8BFC2"},
+    {"TIF", "Pillow", "49492A00 08000000 0A000001 04000100"},
+    {"TIF", "ImageMagick", "49492B00 08000000 50750000 00000000"},
+    {"WEBP", "Pillow", "'RIFF' E8420000 'WEBPVP8 '"},
+    {"WEBP", "Pillow", "'RIFFfr' 0000 'WEBPVP8L'"},
+    {"HEIC", "heif-enc", "0000001C 'ftypheic' 00000000"},
+    {"AVIF", "heif-enc", "0000001C 'ftypavif' 00000000"},
+    {"AVIF", "avifenc", "000000 ' ftypavif' 00000000"},
+    {"AVIF", "ffmpeg", "000000 ' ftypavif' 00000000"},
+    {"HEIC", "ImageMagick", "0000001C 'ftypheic' 00000000"},
+    {"JXL", "cjxl", "0000000C 'JXL ' 0D0A870A 00000014"},
+    {"JP2", "OpenJPEG", "0000000C 'jP  ' 0D0A870A 00000014"},
+    {"PSD", "ImageMagick", "'8BPS' 00010000 00000000 00010000"},
+    {"PSB", "ImageMagick", "'8BPS' 00020000 00000000 00010000"},
+    {"EXR", "ffmpeg", "762F3101 02000000 'channels'"},
+    {"HDR", "ImageMagick", "233F 'RADIANCE' 0A 'GAMMA'"},
+    {"FIT", "ffmpeg", "'SIMPLE  =          '"},
+    {"JPG", "format", "FFD8FFE1 1C45 'Exif' 0000 49492A00 08000000"},
+    {"JPG", "format", "FFD8FFDB 0084 00 01010101"},
+    {"JPG", "format", "FFD8FFE2 0C58 'ICC_PROFILE' 00"},
+    {"JPG", "format", "FFD8FFEE 000E 'Adobe' 0064"},
+    {"JPG", "format", "FFD8FFED 002C 'Photoshop 3' 2E30 00"},
+    {"JPG", "format", "FFD8FFFE 0010 'Lavc59'"},
+    {"JPG", "format", "FFD8FFE8 0020 'SPIFF' 00"},
+    {"JPG", "format", "FFD8FFEC 0011 'Ducky' 0001"},
+    {"HEIC", "format", "00000024 'ftypheix' 00000000 'mif1heixmiaf'"},
+    {"HEIC", "format", "00000028 'ftypheic' 00000000 'mif1MiHBMiHEmiafheic'"},
+    {"HEIC", "format", "00000018 'ftyphevc' 00000000 'msf1hevc'"},
+    {"HEIC", "format", "00000018 'ftyphevx' 00000000 'msf1hevx'"},
+    {"AVIF", "format", "00000020 'ftypavis' 00000000 'avifavis'"},
+    {"AVIF", "format", "0000001C 'ftypmif1' 00000000 'avifmif1miaf'"},
+    {"AVIF", "format", "0000001C 'ftypmif1' 00000000 'mif1avifmiaf'"},
+    {"HEIF", "format", "0000001C 'ftypmif1' 00000000 'mif1heicmiaf'"},
+    {"HEIF", "format", "00000020 'ftypmsf1' 00000000 'msf1hevc'"},
+    {"WEBP", "format", "'RIFF' 10000000 'WEBPVP8X' 0A000000"},
+    {"BMP", "format", "'BM' 46000000 00000000 46000000 38000000"},
+    {"BMP", "format", "'BM' 00100000 00000000 7A000000 6C000000"},
+    {"BMP", "format", "'BM' 00100000 00000000 42000000 28000000"},
+    {"BMP", "format", "'BM' 00100000 00000000 76000000 28000000"},
+    {"JPX", "format", "0000000C 6A502020 0D0A870A 00000018 'ftypjpx '"},
+    {"JPM", "format", "0000000C 6A502020 0D0A870A 00000018 'ftypjpm '"},
+    {"TIF", "format", "4D4D002B 00080000 00000000 00000010"},
+    {"TIF", "format", "4D4D002A 00000008 0010"},
+    {"CR2", "format", "49492A00 10000000 'CR' 0200"},
+    {"CR3", "format", "00000018 'ftypcrx ' 00000001 'crx isom'"},
+    {"RAF", "format", "'FUJIFILMCCD-RAW 0201FF393101'"},
+    {"RW2", "format", "49495500 18000000 88E774D8"},
+    {"ORF", "format", "'IIRO' 08000000 '!'"},
+    {"ORF", "format", "'IIRS' 08000000"},
+    {"ORF", "format", "'MMOR' 00000008"},
+    {"X3F", "format", "'FOVb' 00000400"},
+    {"CRW", "format", "4949 1A000000 'HEAPCCDR'"},
+    {"IIQ", "format", "49492A00 10000000 'IIIITwaR'"},
+    {"IIQ", "format", "4D4D002A 00000010 'MMMMRawT'"},
+    {"TIF", "format",
+     "49492A00 08000000 1B00 FE000400 01000000 01000000 00010400 01000000 A0000000"},
+    {"DCM", "format", "@128 'DICM' 02000000 'UL' 0400"},
+    {"XCF", "format", "'gimp xcf v011' 00"},
+});
+
+constexpr auto kPhotoThorough = std::to_array<Sample>({
+    {"JLS", "ffmpeg", "FFD8FFF7 00110800 F0014003 01110002"},
+    {"J2K", "OpenJPEG", "FF4FFF51 002F0000 000000C8 00000096"},
+    {"BMP", "ImageMagick", "424DAA5F 01000000 00001A00 00000C00 0000"},
+    {"BMP", "ffmpeg", "'BMb;' 00000000 0000CA00 00007C00 0000"},
+    {"ICO", "ImageMagick", "00000100 0100C896 00000100 200050E5"},
+    {"ICO", "Pillow", "00000100 0600100C 00000000 20007701"},
+    {"ICNS", "Pillow", "'icns' 001D 'lPTOC ' 00000048"},
+    {"MNG", "ImageMagick", "8A4D4E47 0D0A1A0A 0000001C 'MHDR'"},
+    {"JNG", "ImageMagick", "8B4A4E47 0D0A1A0A 00000010 'JHDR'"},
+    {"QOI", "ffmpeg", "'qoif' 00000140 000000F0 0300FE7F"},
+    {"DDS", "Pillow", "'DDS |' 0000000F 10000096 000000"},
+    {"PCX", "ffmpeg", "0A050108 00000000 3F01EF00 01000100"},
+    {"PCX", "Pillow", "0A020101 00000000 C7009500 64006400"},
+    {"SGI", "ffmpeg", "01DA0101 00030140 00F00003 00000000"},
+    {"SGI", "Pillow", "01DA0001 000300C8 00960003 00000000"},
+    {"SGI", "ImageMagick", "01DA0101 000200C8 00960001 00000000"},
+    {"RAS", "ffmpeg", "59A66A95 00000140 000000F0 00000018"},
+    {"TGA", "Pillow", "00000200 00000000 00000000 C8009600"},
+    {"TGA", "ffmpeg", "00000A00 00000000 00000000 4001F000"},
+    {"TGA", "Pillow", "00010100 00000118 00000000 C8009600"},
+    {"PPM", "ffmpeg", "50360A '320 240' 0A323535 0A7F"},
+    {"PGM", "ffmpeg", "50350A '320 240' 0A323535 0A44"},
+    {"PBM", "ffmpeg", "50340A '320 240' 0AFFDDDD DDDD"},
+    {"PAM", "ffmpeg", "50370A 'WIDTH 320' 0A484549"},
+    {"XPM", "ImageMagick", "'/* XPM */' 0A 'static'"},
+    {"MIFF", "ImageMagick", "'id=ImageMagick  '"},
+    {"EPS", "ImageMagick", "'%!PS-Adobe-3.0 EPSF'"},
+    {"DJVU", "c44", "'AT&TFORM' 0000127F 'DJVU'"},
+    {"CIN", "ImageMagick", "802A5FD7 00000800 00000400 00000400"},
+    {"DPX", "ffmpeg", "'XPDS' 80060000 'V1.0' 00000000"},
+    {"DPX", "ImageMagick", "'SDPX' 00002000 'V2.0' 00000000"},
+    {"JPG", "format", "FFD8FFC0 0011 08"},
+    {"JPG", "format", "FFD8FFC4 00D2 00"},
+    {"JPG", "format", "FFD8FFE3 000E 'Meta'"},
+    {"HEIF", "format", "00000018 'ftypheim' 00000000"},
+    {"HEIF", "format", "00000018 'ftypavci' 00000000"},
+    {"AVIF", "format", "00000018 'ftypavio' 00000000"},
+    {"JXR", "format", "4949BC01 20000000"},
+    {"BPG", "format", "425047FB 20"},
+    {"FLIF", "format", "'FLIF' 34 31"},
+    {"TGA", "format", "00010900 00000118 00000000"},
+    {"IFF", "format", "'FORM' 00010000 'ILBMBMHD' 00000014"},
+    {"IFF", "format", "'FORM' 00010000 'PBM BMHD' 00000014"},
+    {"PSP", "format", "'Paint Shop Pro Image File' 0A1A"},
+    {"PPM", "format", "'P6' 0A '# comment' 0A"},
+    {"HDR", "format", "233F 'RGBE' 0A"},
+    {"SVG", "format", "'<svg xmlns=' 22"},
+    {"SVG", "format",
+     "'<?xml version=' 22 '1' 2E '0' 22 ' encoding=' 22 'UTF-8' 22 '?>' 0A '<svg xmlns='"},
+    {"SVG", "format",
+     "'<?xml version=' 22 '1' 2E '0' 22 ' encoding=' 22 'UTF-8' 22 '?>' 0D0A '<!DOCTYPE "
+     "svg PUBLIC'"},
+    {"SVG", "format",
+     "'<?xml version=' 22 '1' 2E '0' 22 ' encoding=' 22 'UTF-8' 22 ' standalone=' 22 'no' "
+     "22 '?>' 0A '<!-- Created with Inkscape (http'"},
+    {"SVG", "format",
+     "'<?xml version=' 22 '1' 2E '0' 22 ' encoding=' 22 'utf-8' 22 '?>' 0D0A '<!-- "
+     "Generator'"},
+    {"EMF", "format", "01000000 6C000000 @40 ' EMF' 00000100"},
+    {"WMF", "format", "D7CDC69A 0000"},
+    {"WMF", "format", "0100 0900 0003"},
+    {"EPS", "format", "C5D0D3C6 1E000000"},
+    {"MRW", "format", "00 'MRM' 0001"},
+});
+
+}  // namespace
+
+std::span<const Sample> photo_general_samples() {
+  return kPhotoGeneral;
+}
+
+std::span<const Sample> photo_thorough_samples() {
+  return kPhotoThorough;
+}
+
+}  // namespace shipped
