@@ -1,5 +1,7 @@
 #include "app/MyTableController.h"
 
+#include <thread>
+
 #include "engine/FinalScreen.h"
 
 namespace norvo {
@@ -39,7 +41,8 @@ void MyTableController::start_search(const ScanRequest& request) {
                             .opener = opener_,
                             .results = *this,
                             .operations = operations_,
-                            .timer = timer_};
+                            .timer = timer_,
+                            .read_with_helper = std::thread::hardware_concurrency() > 1};
   worker_.start(context, [this, context] { Photo_Rec_Thread(context, tables_); });
 }
 

@@ -1,6 +1,7 @@
 // The searched device, as the engine sees it: bytes at offsets, read-only.
 //
-// A Device belongs to the scan pass that opened it and is used by one thread at a time.
+// A Device belongs to the scan pass that opened it. read_block() may be called by two threads at
+// once, and while it runs nothing else is called; otherwise one thread at a time uses it.
 #pragma once
 
 #include <cerrno>

@@ -202,6 +202,16 @@ bool HeaderMatcher::may_match(const std::byte* sector) const {
                      [sector](const Probe& probe) { return probe.wants(sector); });
 }
 
+void HeaderMatcher::mark_candidates(const std::byte* sectors, std::size_t count,
+                                    std::span<std::uint64_t> bits) const {
+  std::fill(bits.begin(), bits.end(), std::uint64_t{0});
+  for (std::size_t i = find_candidate(sectors, count); i < count;) {
+    bits[i / 64] |= std::uint64_t{1} << (i % 64);
+    ++i;
+    i += find_candidate(sectors + i * sector_size, count - i);
+  }
+}
+
 std::size_t HeaderMatcher::find_candidate(const std::byte* sectors, std::size_t count) const {
   std::size_t i = 0;
   for (; i + 8 <= count; i += 8) {

@@ -12,6 +12,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <optional>
+#include <span>
 #include <utility>
 #include <vector>
 
@@ -34,6 +35,12 @@ class HeaderMatcher {
 
   // The index of the first record that `sector` (512 bytes) starts, or no_record.
   std::size_t match(const std::byte* sector) const;
+
+  // Sets the bits of `count` consecutive sectors (sector 64 x w + b is bit b of word w): 1 for one
+  // that may start a record and is to be asked with match(). `bits` has room for all; the bits
+  // behind the last sector become 0.
+  void mark_candidates(const std::byte* sectors, std::size_t count,
+                       std::span<std::uint64_t> bits) const;
 
   // The first of `count` consecutive sectors that may start a record, or `count`. Sectors before
   // it certainly start none; the one found is to be asked with match().

@@ -22,6 +22,8 @@ struct ScanContext {
   ScanResults& results;
   ScanOperations& operations;
   ProgressTimer& timer;
+  // Whether a second thread helps reading. The device must then allow read_block() from two threads.
+  bool read_with_helper = false;
 };
 
 // Sets the mode label and keeps its text for the timer.

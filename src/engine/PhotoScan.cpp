@@ -79,8 +79,9 @@ bool PhotoScan::prepare() {
   pass_folder_ = pass_folder(search, pass_);
   tree_.make_folder(pass_folder_);
 
-  reader_.emplace(*state.pFile_Disk, block_sectors_);
+  reader_.emplace(*state.pFile_Disk, matcher_, block_sectors_);
   if (state.start_sector != 0) reader_->position_at(state.start_sector);
+  if (context_.read_with_helper) reader_->read_with_helper(state.end_sector);
   show_sector_label(state, operations);
   Fol_Cnt_Array_.clear();
   Fol_Cnt_Array_.add_types(table_);
@@ -101,42 +102,31 @@ bool PhotoScan::scan_range() {
 
 // Leaves early, with the rest of the items unread, only when a stop is requested.
 void PhotoScan::scan_items(const Items& items) {
-  for (std::size_t i = 0; i < items.count;) {
-    const std::size_t count = std::min(items.count - i, sectors_between_stop_checks);
-    const std::byte* data = items.data + i * sector_size;
-    const std::size_t done = file_in_progress_ ? scan_filling(data, count) : scan_idle(data, count);
-    i += done;
-    advance(done);
+  for (std::size_t i = 0; i < items.count && !stop_requested();) {
+    const std::size_t next = std::min(items.count, i + sectors_between_stop_checks);
+    const std::size_t done = scan_dull(items, i, next);
+    if (done == 0) scan_one(items.data + i * sector_size);
+    i += std::max<std::size_t>(done, 1);
     sector_buffer_ = items.data + (i - 1) * sector_size;
-    if (stop_requested()) break;
+    advance(std::max<std::size_t>(done, 1));
   }
   // The items' memory changes with the next read.
   context_.state.pFile_op.write_gathered();
 }
 
-// No file takes sectors: only a header matters. A table that ends inside a record is searched
-// sector by sector, as its last record raises at the first sector that reaches it.
-std::size_t PhotoScan::scan_idle(const std::byte* data, std::size_t count) {
-  const std::size_t dull = incomplete_table_ ? 0 : matcher_.find_candidate(data, count);
-  if (dull > 0) return dull;
-  scan_one(data);
-  return 1;
-}
-
-// A file takes sectors. Once the limit in force is that of the last record, a sector that starts
-// no file changes nothing but the file's length, so runs of them go out together.
-std::size_t PhotoScan::scan_filling(const std::byte* data, std::size_t count) {
-  const bool limit_settled = current_maximum_size_ == last_record_size_;
-  if (limit_settled && !incomplete_table_) {
-    const std::size_t dull =
-        matcher_.find_candidate(data, std::min(count, sectors_to_limit()));
-    if (dull > 0) {
-      continue_file(data, dull);
-      return dull;
-    }
-  }
-  scan_one(data);
-  return 1;
+// Deals with the sectors from `from` on that certainly start no file and change no limit, and
+// returns how many there are. A sector that starts no file matters only to an open one, and once
+// the limit in force is that of the last record it changes nothing but the file's length. A table
+// that ends inside a record raises at the first sector that reaches that record, so there every
+// sector is looked at.
+std::size_t PhotoScan::scan_dull(const Items& items, std::size_t from, std::size_t to) {
+  if (incomplete_table_) return 0;
+  if (!file_in_progress_) return items.find_candidate(from, to) - from;
+  if (current_maximum_size_ != last_record_size_) return 0;
+  const std::size_t limited = std::min(to - from, sectors_to_limit());
+  const std::size_t dull = items.find_candidate(from, from + limited) - from;
+  if (dull > 0) continue_file(items.data + from * sector_size, dull);
+  return dull;
 }
 
 // The rules for one sector, in full.

@@ -45,8 +45,7 @@ class PhotoScan {
   bool prepare();
   bool scan_range();
   void scan_items(const Items& items);
-  std::size_t scan_idle(const std::byte* data, std::size_t count);
-  std::size_t scan_filling(const std::byte* data, std::size_t count);
+  std::size_t scan_dull(const Items& items, std::size_t from, std::size_t to);
   void scan_one(const std::byte* sector);
   bool is_searched(const std::byte* sector) const;
   void begin_file(const std::byte* sector, const SignatureRecord& record);

@@ -1,17 +1,12 @@
 #include "engine/SectorReader.h"
 
 #include <algorithm>
+#include <bit>
 #include <chrono>
-#include <cstdlib>
 #include <cstring>
-#include <new>
-#include <span>
 
 namespace norvo {
 namespace {
-
-// Direct reads want buffers aligned to the device's blocks.
-constexpr std::size_t block_alignment = 4096;
 
 // A device that needs longer than this for 256 KiB (under 260 MB/s) is worth asking ahead; for a
 // faster one, or for cached data, the extra call costs more than the waiting that it hides.
@@ -20,20 +15,20 @@ constexpr std::size_t blocks_ahead = 4;
 // How long one slow block counts: reading ahead makes the following blocks quick.
 constexpr unsigned blocks_until_judged_again = 64;
 
-std::byte* allocate_block(std::size_t bytes) {
-  void* block = std::aligned_alloc(block_alignment, bytes);
-  if (block == nullptr) throw std::bad_alloc();
-  return static_cast<std::byte*>(block);
-}
-
 }  // namespace
 
-void SectorReader::FreeAligned::operator()(std::byte* block) const { std::free(block); }
+std::size_t SectorReader::Items::find_candidate(std::size_t from, std::size_t to) const {
+  while (from < to) {
+    const std::size_t bit = first_bit + from;
+    const std::uint64_t word = candidates[bit / 64] >> (bit % 64);
+    if (word != 0) return std::min(to, from + static_cast<std::size_t>(std::countr_zero(word)));
+    from += 64 - bit % 64;
+  }
+  return to;
+}
 
-SectorReader::SectorReader(Device& device, std::size_t block_sectors)
-    : device_(device), block_sectors_(block_sectors) {
-  const std::size_t bytes = block_sectors_ * sector_size;
-  block_.reset(allocate_block((bytes + block_alignment - 1) / block_alignment * block_alignment));
+SectorReader::SectorReader(Device& device, const HeaderMatcher& matcher, std::size_t block_sectors)
+    : device_(device), matcher_(matcher), own_block_(block_sectors) {
   last_item_ = buffer_.data();
 }
 
@@ -43,22 +38,27 @@ bool SectorReader::position_at(std::uint64_t sector) {
   return true;
 }
 
+void SectorReader::read_with_helper(std::uint64_t end) {
+  pipeline_.emplace(device_, matcher_, own_block_.room(), position_, end);
+}
+
 SectorReader::Items SectorReader::read(std::uint64_t index, std::uint64_t most) {
   if (available() == 0) {
     keep_last_item();
-    fill_block();
+    fill_block(most);
     if (available() == 0) return failed_item(index);
   }
+  const auto first = static_cast<std::size_t>(position_ - block_->start);
   const auto count = static_cast<std::size_t>(std::min<std::uint64_t>(available(), most));
-  const std::byte* data = block_.get() + (position_ - block_start_) * sector_size;
+  const std::byte* data = block_->data() + first * sector_size;
   position_ += count;
   last_item_ = data + (count - 1) * sector_size;
-  return {.data = data, .count = count};
+  return {.data = data, .count = count, .candidates = block_->candidates(), .first_bit = first};
 }
 
 std::size_t SectorReader::available() const {
-  const bool inside = position_ >= block_start_ && position_ - block_start_ < block_valid_;
-  return inside ? block_valid_ - static_cast<std::size_t>(position_ - block_start_) : 0;
+  const bool inside = position_ >= block_->start && position_ - block_->start < block_->valid;
+  return inside ? block_->valid - static_cast<std::size_t>(position_ - block_->start) : 0;
 }
 
 void SectorReader::keep_last_item() {
@@ -67,57 +67,62 @@ void SectorReader::keep_last_item() {
   last_item_ = buffer_.data();
 }
 
-void SectorReader::fill_block() {
-  block_start_ = position_;
-  block_valid_ = 0;
+void SectorReader::fill_block(std::uint64_t most) {
+  if (pipeline_) {
+    block_ = pipeline_->take();
+    if (block_ != nullptr) return;
+    // Something is wrong with the device here: from now on it is read by one thread, with care.
+    pipeline_.reset();
+  }
+  block_ = &own_block_;
   partial_bytes_ = 0;
+  const std::size_t room = own_block_.room();
+  // Nothing beyond the range is read: there may be nothing, or something broken.
+  const auto wanted = static_cast<std::size_t>(std::min<std::uint64_t>(room, most));
   if (position_ < careful_until_) {
-    const std::uint64_t rest = careful_until_ - position_;
-    fill_sector_by_sector(static_cast<std::size_t>(std::min<std::uint64_t>(rest, block_sectors_)));
+    read_one_sector();
     return;
   }
-  const std::size_t bytes = block_sectors_ * sector_size;
-  const std::uint64_t offset = position_ << sector_shift;
   if (ask_ahead_ > 0) {
-    device_.will_need(offset + bytes, blocks_ahead * bytes);
+    const std::size_t bytes = room * sector_size;
+    device_.will_need((position_ << sector_shift) + bytes, blocks_ahead * bytes);
     --ask_ahead_;
   }
   const auto begin = std::chrono::steady_clock::now();
-  const std::int64_t got = device_.read_block(offset, std::span(block_.get(), bytes));
+  const std::int64_t got = own_block_.fill(device_, position_, wanted, matcher_);
   if (std::chrono::steady_clock::now() - begin > slow_block) ask_ahead_ = blocks_until_judged_again;
   if (got < 0) {
-    careful_until_ = position_ + block_sectors_;
-    fill_sector_by_sector(block_sectors_);
-    return;
-  }
-  block_valid_ = static_cast<std::size_t>(got) / sector_size;
-  if (block_valid_ == 0) {
-    partial_bytes_ = static_cast<std::size_t>(got);
-    std::memcpy(partial_.data(), block_.get(), partial_bytes_);
+    careful_until_ = position_ + wanted;
+    read_one_sector();
+  } else if (own_block_.valid == 0) {
+    keep_partial_item(own_block_.data(), got);
   }
 }
 
-void SectorReader::fill_sector_by_sector(std::size_t wanted) {
-  while (block_valid_ < wanted) {
-    const std::span item(block_.get() + block_valid_ * sector_size, sector_size);
-    const std::uint64_t sector = block_start_ + block_valid_;
-    const std::int64_t got = device_.read_sector(sector << sector_shift, item);
-    if (got == static_cast<std::int64_t>(sector_size)) {
-      ++block_valid_;
-      continue;
-    }
-    if (block_valid_ == 0 && got > 0) {
-      partial_bytes_ = static_cast<std::size_t>(got);
-      std::memcpy(partial_.data(), item.data(), partial_bytes_);
-    }
-    return;
-  }
+// One sector at a time, so that a stop need not wait for a whole block of slow attempts.
+void SectorReader::read_one_sector() {
+  own_block_.start = position_;
+  const std::span item = own_block_.sector(0);
+  const std::int64_t got = device_.read_sector(position_ << sector_shift, item);
+  own_block_.valid = got == static_cast<std::int64_t>(sector_size) ? 1 : 0;
+  if (own_block_.valid == 0) keep_partial_item(item.data(), got);
+  own_block_.mark_candidates(matcher_);
+}
+
+void SectorReader::keep_partial_item(const std::byte* item, std::int64_t bytes) {
+  partial_bytes_ = bytes > 0 ? static_cast<std::size_t>(bytes) : 0;
+  std::memcpy(partial_.data(), item, partial_bytes_);
 }
 
 SectorReader::Items SectorReader::failed_item(std::uint64_t index) {
   std::memcpy(buffer_.data(), partial_.data(), partial_bytes_);
+  matcher_.mark_candidates(buffer_.data(), 1, std::span(&buffer_candidate_, 1));
   const bool positioned = position_at(index);
-  return {.data = buffer_.data(), .count = 1, .lost_position = !positioned};
+  return {.data = buffer_.data(),
+          .count = 1,
+          .lost_position = !positioned,
+          .candidates = std::span(&buffer_candidate_, 1),
+          .first_bit = 0};
 }
 
 }  // namespace norvo

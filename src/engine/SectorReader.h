@@ -15,9 +15,13 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
-#include <memory>
+#include <optional>
+#include <span>
 
+#include "engine/BlockPipeline.h"
 #include "engine/Device.h"
+#include "engine/HeaderMatcher.h"
+#include "engine/SectorBlock.h"
 
 namespace norvo {
 
@@ -31,40 +35,51 @@ class SectorReader {
     std::size_t count = 0;
     // The device could neither be read nor positioned again; count is then 1.
     bool lost_position = false;
+
+    // The first item at or after `from` and before `to` that may start a record, or `to`.
+    std::size_t find_candidate(std::size_t from, std::size_t to) const;
+
+    // One bit an item, that of item i being bit `first_bit` + i.
+    std::span<const std::uint64_t> candidates{};
+    std::size_t first_bit = 0;
   };
 
-  explicit SectorReader(Device& device, std::size_t block_sectors = default_block_sectors);
+  // `matcher` outlives the reader.
+  SectorReader(Device& device, const HeaderMatcher& matcher,
+               std::size_t block_sectors = default_block_sectors);
 
   // Positions the device at `sector`. When that fails the position stays where it is.
   // Returns whether it succeeded.
   bool position_at(std::uint64_t sector);
+
+  // From now on a second thread helps reading the device, from its position up to sector `end`, as
+  // long as nothing goes wrong.
+  void read_with_helper(std::uint64_t end);
 
   // The items for the indices from `index` on, at least one and at most `most` (which is not 0).
   // An item that could not be read is handed out alone, as the buffer then is.
   Items read(std::uint64_t index, std::uint64_t most);
 
  private:
-  struct FreeAligned {
-    void operator()(std::byte* block) const;
-  };
-
   std::size_t available() const;
   void keep_last_item();
-  void fill_block();
-  void fill_sector_by_sector(std::size_t wanted);
+  void fill_block(std::uint64_t most);
+  void read_one_sector();
+  void keep_partial_item(const std::byte* item, std::int64_t bytes);
   Items failed_item(std::uint64_t index);
 
   Device& device_;
-  std::size_t block_sectors_;
-  std::unique_ptr<std::byte[], FreeAligned> block_;
-  std::uint64_t block_start_ = 0;    // device sector of the block's first item
-  std::size_t block_valid_ = 0;      // whole sectors in the block
+  const HeaderMatcher& matcher_;
+  SectorBlock own_block_;
+  std::optional<BlockPipeline> pipeline_;  // until the first block that is not read completely
+  const SectorBlock* block_ = &own_block_;
   std::uint64_t position_ = 0;       // device sector that the next read takes
   std::uint64_t careful_until_ = 0;  // device sectors below this are read one by one
   unsigned ask_ahead_ = 0;           // blocks for which a slow device is asked ahead
   const std::byte* last_item_ = nullptr;
   alignas(64) std::array<std::byte, sector_size> buffer_{};  // the last item, once its block is gone
-  std::array<std::byte, sector_size> partial_{};             // what a read past the end left
+  std::uint64_t buffer_candidate_ = 0;
+  std::array<std::byte, sector_size> partial_{};  // what a read past the end left
   std::size_t partial_bytes_ = 0;
 };
 

@@ -25,7 +25,8 @@ struct SeedRange {
 
 SeedRange seeds() {
   SeedRange range;
-  if (const char* wanted = std::getenv("NORVO_SEEDS")) {
+  // Read before any search starts a thread.
+  if (const char* wanted = std::getenv("NORVO_SEEDS")) {  // NOLINT(concurrency-mt-unsafe)
     std::istringstream in(wanted);
     in >> range.first >> range.count;
     EXPECT_FALSE(in.fail()) << "NORVO_SEEDS is \"first count\", not \"" << wanted << '"';

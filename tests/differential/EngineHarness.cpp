@@ -65,6 +65,7 @@ FakeMedium medium_of(const plain::Device& device) {
   medium.gone_after_sector = device.gone_after_sector;
   medium.open_error = device.openable ? 0 : device.open_errno;
   // Both ways of failing are met: half of the devices shorten a block, half refuse it.
+  if (device.gone_after_sector) medium.largest_read = sector_size;
   medium.blocks_fail_whole = device.bytes.size() % 1024 >= 512;
   return medium;
 }

@@ -56,7 +56,9 @@ Difference list_difference(const std::string& what, const std::vector<Item>& exp
     const std::string wanted = i < expected.size() ? text_of(expected[i]) : "(nothing)";
     const std::string found = i < actual.size() ? text_of(actual[i]) : "(nothing)";
     if (i >= expected.size() || i >= actual.size() || !(expected[i] == actual[i])) {
-      return what + " " + std::to_string(i) + ":\n  expected " + wanted + "\n  found    " + found;
+      std::ostringstream out;
+      out << what << ' ' << i << ":\n  expected " << wanted << "\n  found    " << found;
+      return out.str();
     }
   }
   return std::nullopt;

@@ -13,6 +13,8 @@ std::uint64_t FakeDevice::size() const {
 
 std::int64_t FakeDevice::read_block(std::uint64_t offset, std::span<std::byte> block) {
   ++medium_.block_reads;
+  block = block.first(std::min(block.size(), medium_.largest_read));
+  pull_when_reading(offset);
   const std::uint64_t first = offset / sector_size;
   const std::uint64_t sectors = block.size() / sector_size;
   std::uint64_t readable = sectors;
@@ -28,19 +30,23 @@ std::int64_t FakeDevice::read_block(std::uint64_t offset, std::span<std::byte> b
 
 std::int64_t FakeDevice::read_sector(std::uint64_t offset, std::span<std::byte> sector) {
   ++medium_.sector_reads;
+  pull_when_reading(offset);
   if (medium_.unreadable.contains(offset / sector_size)) return -1;
   return read(offset, sector);
 }
 
 bool FakeDevice::can_position(std::uint64_t offset) {
   if (offset > static_cast<std::uint64_t>(std::numeric_limits<std::int64_t>::max())) return false;
+  if (medium_.positions_refused.contains(offset / sector_size)) return false;
   return !medium_.position_past_end_fails || offset <= size();
 }
 
+void FakeDevice::pull_when_reading(std::uint64_t offset) {
+  const auto& last = medium_.gone_after_sector;
+  if (last && offset / sector_size >= *last) medium_.gone = true;
+}
+
 std::int64_t FakeDevice::read(std::uint64_t offset, std::span<std::byte> target) {
-  if (medium_.gone_after_sector && offset / sector_size >= *medium_.gone_after_sector) {
-    medium_.gone = true;
-  }
   if (medium_.gone) return -1;
   if (offset >= size()) return 0;
   const auto count =

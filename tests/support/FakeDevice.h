@@ -24,9 +24,14 @@ struct FakeMedium {
   bool blocks_fail_whole = false;
   // Positioning beyond the last byte fails, as on a block device.
   bool position_past_end_fails = false;
+  // Positioning at the start of these sectors fails.
+  std::set<std::uint64_t> positions_refused;
   // The drive is pulled by the first read at this sector or a later one, for good.
   std::optional<std::uint64_t> gone_after_sector;
   int open_error = 0;  // errno; 0: it opens
+  // The most bytes that one read brings. With 512, a read never touches a later sector than the
+  // one that is wanted: for drives on which reading itself changes something.
+  std::size_t largest_read = static_cast<std::size_t>(-1);
 
   bool gone = false;
   std::uint64_t opened = 0;       // how often
@@ -45,6 +50,7 @@ class FakeDevice final : public Device {
 
  private:
   std::uint64_t size() const;
+  void pull_when_reading(std::uint64_t offset);
   std::int64_t read(std::uint64_t offset, std::span<std::byte> target);
   void copy(std::uint64_t offset, std::span<std::byte> target) const;
 

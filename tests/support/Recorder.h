@@ -63,7 +63,8 @@ class Recorder final : public ScanOperations, public ScanResults {
     return found;
   }
 
-  std::function<void(const Report&)> on_report;  // called inside every report
+  std::function<void(const Recorded&)> on_entry;  // called after every entry was written down
+  std::function<void(const Report&)> on_report;   // called inside every report
   std::function<void()> on_message;
   int save_info_code = 1;
   Gallery gallery;
@@ -101,9 +102,12 @@ class Recorder final : public ScanOperations, public ScanResults {
   }
 
  private:
-  void record(Recorded entry) {
-    const std::lock_guard lock(mutex_);
-    recorded_.push_back(std::move(entry));
+  void record(const Recorded& entry) {
+    {
+      const std::lock_guard lock(mutex_);
+      recorded_.push_back(entry);
+    }
+    if (on_entry) on_entry(entry);
   }
 
   mutable std::mutex mutex_;
