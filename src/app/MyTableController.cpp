@@ -43,7 +43,21 @@ void MyTableController::start_search(const ScanRequest& request) {
                             .operations = operations_,
                             .timer = timer_,
                             .read_with_helper = std::thread::hardware_concurrency() > 1};
-  worker_.start(context, [this, context] { Photo_Rec_Thread(context, tables_); });
+  if (request_.Recovery_MODE == 0) {
+    worker_.start(context, [this, context] { Photo_Rec_Thread(context, tables_); });
+    return;
+  }
+  hand_over_selection();
+  worker_.start(context, [this, context] { Raw_File_Rec_Thread(context, selected_tables_); });
+}
+
+void MyTableController::hand_over_selection() {
+  selected_tables_ = check_list_.selected_tables(tables_of_mode(tables_, request_.Recovery_MODE));
+  found_files_.clear();
+  for (const FileTypeEntry& type : check_list_.rows()) {
+    if (!type.State) continue;
+    found_files_.createSignatureListTableRecord(type.Extension, 0, u"", {}, type.Extension);
+  }
 }
 
 void MyTableController::wait_for_worker() { worker_.wait(); }
@@ -57,6 +71,13 @@ void MyTableController::stop_usb_disk(AlertPanel& panel) { norvo::stop_usb_disk(
 void MyTableController::addImageWithPath(const std::filesystem::path& path, TextView imageName,
                                          TextView image_UID) {
   const ItemReport report = gallery_.addImageWithPath(path, imageName, image_UID);
+  listener_.file_reported(path, imageName, image_UID, report);
+}
+
+void MyTableController::addImageWithPath_2(const std::filesystem::path& path, TextView imageName,
+                                           TextView image_UID) {
+  const ItemReport report = gallery_.addImageWithPath_2(path, imageName, image_UID);
+  if (report.item_added) found_files_.count_file(path, imageName);
   listener_.file_reported(path, imageName, image_UID, report);
 }
 

@@ -8,6 +8,7 @@
 #include <cstdint>
 #include <filesystem>
 #include <limits>
+#include <optional>
 
 #include "app/EditionProfile.h"
 #include "engine/PassSteps.h"
@@ -16,7 +17,9 @@
 #include "engine/ScanResults.h"
 #include "engine/ScanState.h"
 #include "engine/ScanWorker.h"
+#include "results/FoundFilesTable.h"
 #include "results/Gallery.h"
+#include "sigdb/FileTypeCheckList.h"
 #include "sigdb/SignatureTables.h"
 #include "util/Alert.h"
 
@@ -50,7 +53,13 @@ class MyTableController final : private ScanResults {
   // Loads the edition's signature files; part of the interface's set-up, once.
   void load_signature_tables(const std::filesystem::path& resource_folder);
 
-  // Starts a photo search on the worker thread, with its timer. The previous one has ended.
+  // The check list of the request's search type, as the person ticks it.
+  FileTypeCheckList& check_list() { return check_list_; }
+  const FoundFilesTable& found_files() const { return found_files_; }
+
+  // Starts the search of the request's type on the worker thread, with its timer. The previous one
+  // has ended. Other searches than for photos take the ticked types of the check list, each of
+  // which gets a row of the found-files table.
   void start_search(const ScanRequest& request);
 
   // Returns when the worker has ended.
@@ -79,8 +88,14 @@ class MyTableController final : private ScanResults {
   Text Parent_Media_Name;
 
  private:
+  void hand_over_selection();
   void addImageWithPath(const std::filesystem::path& path, TextView imageName,
                         TextView image_UID) override;
+  void addImageWithPath_2(const std::filesystem::path& path, TextView imageName,
+                          TextView image_UID) override;
+  std::optional<std::uint64_t> NoOfFile(TextView FileTypes_Hidden) const override {
+    return found_files_.NoOfFile(FileTypes_Hidden);
+  }
   std::uint64_t Shown_Item_Count() const override { return gallery_.Shown_Item_Count(); }
   void reset_Shown_Item_Count() override { gallery_.reset_Shown_Item_Count(); }
   void empty_images() override { gallery_.empty_images(); }
@@ -90,7 +105,10 @@ class MyTableController final : private ScanResults {
   ScanOperations& operations_;
   ReportListener& listener_;
   SignatureTables tables_;
+  FileTypeCheckList check_list_;
+  SelectedTables selected_tables_;
   Gallery gallery_;
+  FoundFilesTable found_files_;
   ScanState state_;
   ScanRequest request_;
   ProgressTimer timer_;

@@ -41,11 +41,17 @@ std::filesystem::path pass_folder(const std::filesystem::path& search_folder, Pa
                                                 : "Omitted (recovered by Thorough Scan)");
 }
 
+std::filesystem::path joined(const std::filesystem::path& folder, TextView name) {
+  if (name.empty()) return folder;
+  return folder.native() + "/" + utf8_from_text(name);
+}
+
 Text next_folder_name(TextView folder) {
   const std::size_t k = folder.find(u'_');
   if (k == TextView::npos) return Trim_Str(Text(folder) + u"_001");
   const Text tail = Right_Str_substringFromIndex(folder, static_cast<std::int32_t>(k));
-  const std::int64_t number = std::int64_t{integer32_value(tail)} + 1;
+  const bool is_number = !tail.empty() && tail.front() >= u'0' && tail.front() <= u'9';
+  const std::int64_t number = is_number ? std::int64_t{integer32_value(tail)} + 1 : 1;
   if (number >= 1000) return {};
   return Trim_Str(Text(folder.substr(0, k)) + u"_" + folder_number(number));
 }

@@ -13,7 +13,7 @@
 
 namespace norvo {
 
-// `prefix`, `number` padded to five digits, a full stop, `extension`: GND00007.jpg.
+// `Prefix`, `number` padded to five digits, a full stop, `extension`: GND00007.jpg.
 Text Generate_File_Name(std::uint64_t number, TextView Prefix, TextView Extension);
 
 // The same with the pass's own prefix, "GND" or "THD".
@@ -22,6 +22,10 @@ Text Generate_File_UID_Num(std::uint64_t number, bool Thoro_Hai, TextView Extens
 // The results tree: Rec_Folder_Name / the search type's folder.
 std::filesystem::path search_folder(TextView Rec_Folder_Name, std::int32_t Recovery_MODE);
 std::filesystem::path pass_folder(const std::filesystem::path& search_folder, Pass pass);
+
+// `folder` / `name`, also when the name begins with a slash: it never replaces the folder. An empty
+// name adds nothing.
+std::filesystem::path joined(const std::filesystem::path& folder, TextView name);
 
 // The folder that follows `folder` when it is full; empty when there is none (the counter would
 // reach 1000). The counter is read from as many trailing characters as stand before the first "_",

@@ -47,18 +47,16 @@ int open_device(const ScanContext& context) {
   return context.state.pFile_Disk ? 0 : opened.error;
 }
 
-void end_with_open_failure(const ScanContext& context, int error,
-                           const std::vector<operation::ShowHideScreen>& screens,
-                           operation::Control open_folder) {
+void end_with_open_failure(const ScanContext& context, int error, const OpenFailureExit& exit) {
   record_outcome(context, SearchOutcome::open_failed);
   ScanOperations& operations = context.operations;
   operations.perform(operation::PrintOpenError{error});
   operations.perform(operation::DecreaseScreenCounter{});
   context.timer.invalidate();
-  for (const operation::ShowHideScreen& screen : screens) operations.perform(screen);
-  operations.perform(operation::Show{.control = open_folder, .on = false});
+  for (const operation::ShowHideScreen& screen : exit.screens) operations.perform(screen);
+  operations.perform(operation::Show{.control = exit.open_folder, .on = false});
   context.state.stop_now = 0;
-  context.results.reset_Shown_Item_Count();
+  if (exit.resets_shown_items) context.results.reset_Shown_Item_Count();
   context.state.stop_screen_already_show = 1;
   if (error == EPERM || error == EACCES) {
     operations.perform(operation::SystemLog{

@@ -1,8 +1,8 @@
 // The steps that the passes of every kind of search share. Worker thread.
 #pragma once
 
+#include <array>
 #include <functional>
-#include <vector>
 
 #include "engine/Device.h"
 #include "engine/OutputFolders.h"
@@ -37,11 +37,15 @@ void settle_range(const ScanContext& context);
 // Opens the device of the request. Returns 0, or the errno of the failure.
 int open_device(const ScanContext& context);
 
-// What a pass does when its device cannot be opened. The screens to switch differ between the kinds
-// of search and come in order; `open_folder` is the button to hide. Waits for the alert.
-void end_with_open_failure(const ScanContext& context, int error,
-                           const std::vector<operation::ShowHideScreen>& screens,
-                           operation::Control open_folder);
+// What differs between the kinds of search when the device cannot be opened.
+struct OpenFailureExit {
+  std::array<operation::ShowHideScreen, 2> screens;  // switched in this order
+  operation::Control open_folder;                    // the button to hide
+  bool resets_shown_items = false;
+};
+
+// What a pass does when its device cannot be opened. Waits for the alert.
+void end_with_open_failure(const ScanContext& context, int error, const OpenFailureExit& exit);
 
 // The settings that must not change while a scan runs.
 void disable_settings(const ScanContext& context);

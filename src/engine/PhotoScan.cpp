@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <chrono>
-#include <cstring>
 #include <exception>
 #include <limits>
 
@@ -17,20 +16,11 @@ constexpr TextView gallery_notice =
     u"To maintain the speed of recovery, thumbnail preview window is cleared after every 2000 "
     u"thumbnails.";
 
-// How many sectors are looked at between two looks at the stop flag.
-constexpr std::size_t sectors_between_stop_checks = 64;
-
 }  // namespace
 
 PhotoScan::PhotoScan(const ScanContext& context, Pass pass, const SignatureTable& table,
                      std::size_t block_sectors)
-    : context_(context),
-      pass_(pass),
-      table_(table),
-      block_sectors_(block_sectors),
-      matcher_(table, EmptyHeader::matches_gate_byte),
-      incomplete_table_(started_records(table) != whole_records(table)),
-      tree_(context.request.destination) {
+    : ScanPass(context, pass, table, EmptyHeader::matches_gate_byte, block_sectors) {
   if (const std::size_t records = whole_records(table); records != 0) {
     last_record_size_ = SignatureRecord(table, records - 1).maximum_size();
   }
@@ -51,7 +41,7 @@ bool PhotoScan::run_pass() { return prepare() && scan_range(); }
 bool PhotoScan::prepare() {
   ScanOperations& operations = context_.operations;
   ScanState& state = context_.state;
-  if (pass_ == Pass::general) {
+  if (is_general()) {
     context_.results.empty_images();
     operations.perform(operation::SetZoom{.slider = 0.5, .browser = 0.55});
   }
@@ -61,11 +51,11 @@ bool PhotoScan::prepare() {
   state.for_index = state.start_sector.load();
   show_sector_label(state, operations);
   if (const int error = open_device(context_); error != 0) {
-    using operation::Screen;
-    end_with_open_failure(context_, error,
-                          {{.screen = Screen::screen_2, .hide = false},
-                           {.screen = Screen::screen_3_Photo, .hide = true}},
-                          operation::Control::open_folder);
+    end_with_open_failure(
+        context_, error,
+        {.screens = {{{operation::Screen::screen_2, false}, {operation::Screen::screen_3_Photo, true}}},
+         .open_folder = operation::Control::open_folder,
+         .resets_shown_items = true});
     return false;
   }
   disable_settings(context_);
@@ -73,45 +63,9 @@ bool PhotoScan::prepare() {
   operations.perform(operation::SetProgressValue{0});
   show_scanning_help(context_);
 
-  const std::filesystem::path search =
-      search_folder(context_.request.Rec_Folder_Name, context_.request.Recovery_MODE);
-  if (pass_ == Pass::thorough) tree_.make_folder(pass_folder(search, Pass::general));
-  pass_folder_ = pass_folder(search, pass_);
-  tree_.make_folder(pass_folder_);
-
-  reader_.emplace(*state.pFile_Disk, matcher_, block_sectors_);
-  if (state.start_sector != 0) reader_->position_at(state.start_sector);
-  if (context_.read_with_helper) reader_->read_with_helper(state.end_sector);
-  show_sector_label(state, operations);
-  Fol_Cnt_Array_.clear();
-  Fol_Cnt_Array_.add_types(table_);
+  make_pass_folder();
+  start_reading();
   return true;
-}
-
-bool PhotoScan::scan_range() {
-  ScanState& state = context_.state;
-  while (state.for_index < state.end_sector && !table_.empty()) {
-    if (stop_requested()) return end_stopped();
-    const Items items = reader_->read(state.for_index, state.end_sector - state.for_index);
-    if (items.lost_position) std::memcpy(compare_buffer_.data(), items.data, sector_size);
-    scan_items(items);
-    if (stop_requested() && state.for_index < state.end_sector) return end_stopped();
-  }
-  return end_normally();
-}
-
-// Leaves early, with the rest of the items unread, only when a stop is requested.
-void PhotoScan::scan_items(const Items& items) {
-  for (std::size_t i = 0; i < items.count && !stop_requested();) {
-    const std::size_t next = std::min(items.count, i + sectors_between_stop_checks);
-    const std::size_t done = scan_dull(items, i, next);
-    if (done == 0) scan_one(items.data + i * sector_size);
-    i += std::max<std::size_t>(done, 1);
-    sector_buffer_ = items.data + (i - 1) * sector_size;
-    advance(std::max<std::size_t>(done, 1));
-  }
-  // The items' memory changes with the next read.
-  context_.state.pFile_op.write_gathered();
 }
 
 // Deals with the sectors from `from` on that certainly start no file and change no limit, and
@@ -129,25 +83,10 @@ std::size_t PhotoScan::scan_dull(const Items& items, std::size_t from, std::size
   return dull;
 }
 
-// The rules for one sector, in full.
-void PhotoScan::scan_one(const std::byte* sector) {
-  if (is_searched(sector)) {
-    const std::size_t record = matcher_.match(sector);
-    if (record != HeaderMatcher::no_record) {
-      begin_file(sector, SignatureRecord(table_, record));
-    } else if (incomplete_table_) {
-      // Reads every entry that the search reads; the one that is not there raises.
-      const SignatureRecord broken(table_, whole_records(table_));
-      static_cast<void>(broken.gate_byte());
-    } else {
-      current_maximum_size_ = last_record_size_;
-    }
-  }
+void PhotoScan::take_item(const std::byte* sector, Finding finding, std::size_t record) {
+  if (finding == Finding::header) begin_file(sector, SignatureRecord(table_, record));
+  if (finding == Finding::no_header) current_maximum_size_ = last_record_size_;
   if (file_in_progress_) continue_file(sector, 1);
-}
-
-bool PhotoScan::is_searched(const std::byte* sector) const {
-  return std::memcmp(sector, compare_buffer_.data(), sector_size) != 0;
 }
 
 void PhotoScan::begin_file(const std::byte* sector, const SignatureRecord& record) {
@@ -177,14 +116,13 @@ void PhotoScan::relieve_gallery() {
 
 void PhotoScan::place_file(const SignatureRecord& record) {
   ScanState& state = context_.state;
-  const bool general = pass_ == Pass::general;
+  const bool general = is_general();
   const std::uint64_t hit = general ? ++state.GND_Image_number : ++state.THD_Image_number;
   const Text& extension = record.extension();
   const Text folder = Fol_Cnt_Array_.folder_for_next_file(extension);
   file_name_ = Generate_File_Name(files_started_, general ? u"GND" : u"THD", extension);
   item_identifier_ = Generate_File_UID_Num(hit, !general, extension);
-  const std::filesystem::path relative =
-      pass_folder_ / utf8_from_text(folder) / utf8_from_text(file_name_);
+  const std::filesystem::path relative = joined(joined(pass_folder_, folder), file_name_);
   state.pFile_op.open(tree_, relative);
   output_path_ = tree_.destination() / relative;
 }

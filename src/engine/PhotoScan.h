@@ -9,28 +9,22 @@
 // a match, and the size of the table's last record from then on.
 #pragma once
 
-#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <filesystem>
-#include <optional>
 #include <string>
 
-#include "engine/HeaderMatcher.h"
-#include "engine/OutputFolders.h"
-#include "engine/OutputTree.h"
-#include "engine/PassSteps.h"
-#include "engine/SectorReader.h"
-#include "sigdb/SignatureRecord.h"
+#include "engine/ScanPass.h"
 
 namespace norvo {
 
-class PhotoScan {
+class PhotoScan final : private ScanPass {
  public:
   // `table` is the pass's signature table: the General or the Thorough one. `block_sectors` is the
   // size of the reading block; results do not depend on it.
   PhotoScan(const ScanContext& context, Pass pass, const SignatureTable& table,
             std::size_t block_sectors = SectorReader::default_block_sectors);
+  ~PhotoScan() override = default;
 
   // Runs the pass on the calling thread. True when it ran to its end; false when the device could
   // not be opened, when it was stopped, or when saving failed, after its own clean-up and, but for
@@ -39,42 +33,23 @@ class PhotoScan {
   bool Photo_Recovey_Mode();
 
  private:
-  using Items = SectorReader::Items;
-
   bool run_pass();
   bool prepare();
-  bool scan_range();
-  void scan_items(const Items& items);
-  std::size_t scan_dull(const Items& items, std::size_t from, std::size_t to);
-  void scan_one(const std::byte* sector);
-  bool is_searched(const std::byte* sector) const;
+  std::size_t scan_dull(const Items& items, std::size_t from, std::size_t to) override;
+  void take_item(const std::byte* sector, Finding finding, std::size_t record) override;
+  void write_gathered() override { context_.state.pFile_op.write_gathered(); }
   void begin_file(const std::byte* sector, const SignatureRecord& record);
   void relieve_gallery();
   void place_file(const SignatureRecord& record);
   void continue_file(const std::byte* sectors, std::size_t count);
   std::size_t sectors_to_limit() const;
   void finish_file();
-  bool end_normally();
-  bool end_stopped();
+  bool end_normally() override;
+  bool end_stopped() override;
   bool end_unsaved();
   bool end_with_exception(const std::string& reason);
-  bool stop_requested() const { return context_.state.stop_now == 1; }
-  void advance(std::size_t sectors) { context_.state.for_index += sectors; }
 
-  ScanContext context_;
-  Pass pass_;
-  const SignatureTable& table_;
-  std::size_t block_sectors_;
-  HeaderMatcher matcher_;
-  bool incomplete_table_;
   std::int64_t last_record_size_ = 0;  // the limit after a sector that was searched in vain
-  OutputTree tree_;
-  FolderCounters Fol_Cnt_Array_;
-  std::filesystem::path pass_folder_;
-  std::optional<SectorReader> reader_;
-
-  alignas(64) std::array<std::byte, sector_size> compare_buffer_{};
-  const std::byte* sector_buffer_ = compare_buffer_.data();  // the sector read last
   std::uint64_t files_started_ = 0;
   std::uint64_t bytes_written_ = 0;
   std::int64_t current_maximum_size_ = 0;

@@ -42,6 +42,10 @@ struct SetZoom {
 };
 // The notice that the shown items are cleared: its text is set and it becomes visible.
 struct ShowClearingNotice { Text text; bool operator==(const ShowClearingNotice&) const = default; };
+// The preview box's title.
+struct SetPreviewTitle { Text text; bool operator==(const SetPreviewTitle&) const = default; };
+// No item of the file window counts as previewed last.
+struct ForgetPreviousSelection { bool operator==(const ForgetPreviousSelection&) const = default; };
 // Prints the reason why the device could not be opened.
 struct PrintOpenError { int error = 0; bool operator==(const PrintOpenError&) const = default; };
 // A line for the system log.
@@ -80,7 +84,8 @@ using ScanOperation =
     std::variant<operation::BeginPass, operation::SetModeLabel, operation::SetSectorLabel, operation::SetHelpText,
                  operation::SetProgressLimits, operation::SetProgressValue,
                  operation::SetProgressDeterminate, operation::SetZoom,
-                 operation::ShowClearingNotice, operation::PrintOpenError, operation::SystemLog,
+                 operation::ShowClearingNotice, operation::SetPreviewTitle,
+                 operation::ForgetPreviousSelection, operation::PrintOpenError, operation::SystemLog,
                  operation::DecreaseScreenCounter, operation::Enable, operation::Show,
                  operation::ShowHideScreen>;
 
@@ -101,6 +106,9 @@ class ScanOperations {
   // Asks the main thread to run Final_or_Stop_Screen; returns at once. May be asked twice for one
   // search.
   virtual void post_Final_or_Stop_Screen() = 0;
+
+  // Whether a dialog holds the main window, so that the final screen must wait for it.
+  virtual bool main_window_is_modal() const = 0;
 
   // The window that says where the files are. Main thread; returns its code when it was closed, 1
   // when by its button, upon which close_SaveFile_Info_Window() follows.

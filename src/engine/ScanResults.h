@@ -7,6 +7,7 @@
 
 #include <cstdint>
 #include <filesystem>
+#include <optional>
 
 #include "util/Text.h"
 
@@ -22,6 +23,13 @@ class ScanResults {
   // A finished photo. `path` is empty for a file that another pass left open.
   virtual void addImageWithPath(const std::filesystem::path& path, TextView imageName,
                                 TextView image_UID) = 0;
+
+  // A finished video, raw file or audio file.
+  virtual void addImageWithPath_2(const std::filesystem::path& path, TextView imageName,
+                                  TextView image_UID) = 0;
+
+  // Files of this type reported while there was room, or nullopt for a type without a row.
+  virtual std::optional<std::uint64_t> NoOfFile(TextView FileTypes_Hidden) const = 0;
 
   // Items reported since the last clearing, as the lists count them.
   virtual std::uint64_t Shown_Item_Count() const = 0;

@@ -6,9 +6,12 @@
 #pragma once
 
 #include <atomic>
+#include <cstddef>
 #include <cstdint>
+#include <filesystem>
 #include <memory>
 #include <mutex>
+#include <vector>
 
 #include "engine/Device.h"
 #include "engine/RecoveredFile.h"
@@ -36,6 +39,18 @@ class SharedText {
 // How a search ended, from best to worst.
 enum class SearchOutcome { completed, stopped, save_failed, open_failed };
 
+// A file that the raw-file scan is carving. The order of the fields is the order of the system's
+// own list of open files.
+struct CarvedFile {
+  Text type;
+  Text maximum_size;
+  Text header;
+  std::size_t slot = 0;  // in the pass's output slots
+  std::filesystem::path path;
+  Text name;
+  Text uid;
+};
+
 struct ScanState {
   // 1 asks the running pass to end before its next sector. Lock-free, so that a signal handler may
   // set it.
@@ -62,6 +77,9 @@ struct ScanState {
 
   std::unique_ptr<Device> pFile_Disk;  // null when no device is open
   RecoveredFile pFile_op;
+
+  // The files being carved, oldest first. A pass that an exception ends leaves its entries behind.
+  std::vector<CarvedFile> MultiHeader_Array;
 };
 
 static_assert(std::atomic<std::int32_t>::is_always_lock_free);

@@ -4,19 +4,53 @@
 
 #include "engine/PhotoScan.h"
 #include "engine/Progress.h"
+#include "engine/RawFileScan.h"
 
 namespace norvo {
 
+namespace {
+
+void begin_search(const ScanContext& context) {
+  context.state.stop_screen_already_show = 0;
+  context.state.outcome = SearchOutcome::completed;
+}
+
+bool wants_thorough_pass(const ScanContext& context) {
+  return context.request.thorough && context.state.stop_screen_already_show == 0;
+}
+
+void post_final_screen_once(const ScanContext& context) {
+  if (context.state.stop_screen_already_show != 0) return;
+  context.operations.post_Final_or_Stop_Screen();
+}
+
+}  // namespace
+
 void Photo_Rec_Thread(const ScanContext& context, const SignatureTables& tables) {
-  ScanState& state = context.state;
-  state.stop_screen_already_show = 0;
-  state.outcome = SearchOutcome::completed;
+  begin_search(context);
   if (PhotoScan(context, Pass::general, tables.Ext_Array).Photo_Recovey_Mode() &&
-      context.request.thorough && state.stop_screen_already_show == 0) {
+      wants_thorough_pass(context)) {
     static_cast<void>(
         PhotoScan(context, Pass::thorough, tables.Adv_Ext_Array).Photo_Recovey_Mode());
   }
-  if (state.stop_screen_already_show == 0) context.operations.post_Final_or_Stop_Screen();
+  post_final_screen_once(context);
+}
+
+void Raw_File_Rec_Thread(const ScanContext& context, const SelectedTables& tables) {
+  begin_search(context);
+  if (!RawFileScan(context, Pass::general, tables.CheckListHeader_Array).Raw_File_Recovey_Mode()) {
+    post_final_screen_once(context);
+    return;
+  }
+  if (wants_thorough_pass(context)) {
+    static_cast<void>(RawFileScan(context, Pass::thorough, tables.CheckListHeader_Adv_Array)
+                          .Raw_File_Recovey_Mode());
+  }
+  if (context.operations.main_window_is_modal()) {
+    context.state.stop_now = 1;
+  } else {
+    post_final_screen_once(context);
+  }
 }
 
 void ScanWorker::start(const ScanContext& context, std::function<void()> work) {

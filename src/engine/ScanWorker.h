@@ -9,6 +9,7 @@
 #include <thread>
 
 #include "engine/PassSteps.h"
+#include "sigdb/FileTypeCheckList.h"
 #include "sigdb/SignatureTables.h"
 
 namespace norvo {
@@ -17,6 +18,11 @@ namespace norvo {
 // thorough box is on, the Thorough pass, then the final screen unless a pass made sure that it is
 // shown or not wanted. Blocks; worker thread.
 void Photo_Rec_Thread(const ScanContext& context, const SignatureTables& tables);
+
+// The worker's work for a search for videos, raw files or audio, over the selected records. As the
+// photo search's, but that a dialog which holds the main window after a General pass that ran to
+// its end gets a stop request instead of the final screen.
+void Raw_File_Rec_Thread(const ScanContext& context, const SelectedTables& tables);
 
 class ScanWorker {
  public:

@@ -4,11 +4,22 @@ namespace norvo {
 namespace {
 
 constexpr std::uint64_t photos_per_scroll = 6;
+constexpr std::uint64_t files_per_scroll = 4;
 
 }  // namespace
 
 ItemReport Gallery::addImageWithPath(const std::filesystem::path& path, TextView imageName,
                                      TextView image_UID) {
+  return add(path, imageName, image_UID, photos_per_scroll);
+}
+
+ItemReport Gallery::addImageWithPath_2(const std::filesystem::path& path, TextView imageName,
+                                       TextView image_UID) {
+  return add(path, imageName, image_UID, files_per_scroll);
+}
+
+ItemReport Gallery::add(const std::filesystem::path& path, TextView imageName, TextView image_UID,
+                        std::uint64_t items_per_scroll) {
   const std::lock_guard lock(mutex_);
   if (images_.size() >= item_limit) {
     ++shown_item_count_;
@@ -19,7 +30,7 @@ ItemReport Gallery::addImageWithPath(const std::filesystem::path& path, TextView
   images_.push_back(
       {.path = path, .image_Name = Text(imageName), .image_UID = Text(image_UID)});
   ++shown_item_count_;
-  return {.item_added = true, .scroll_to_last = shown_item_count_ % photos_per_scroll == 0};
+  return {.item_added = true, .scroll_to_last = shown_item_count_ % items_per_scroll == 0};
 }
 
 void Gallery::empty_images() {

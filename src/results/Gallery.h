@@ -33,6 +33,10 @@ class Gallery {
   ItemReport addImageWithPath(const std::filesystem::path& path, TextView imageName,
                               TextView image_UID);
 
+  // Reports a finished video, raw file or audio file, by the same rules; every fourth one scrolls.
+  ItemReport addImageWithPath_2(const std::filesystem::path& path, TextView imageName,
+                                TextView image_UID);
+
   // Empties the list. The count and the files stay.
   void empty_images();
 
@@ -45,6 +49,9 @@ class Gallery {
   std::optional<MyImageObject> item(std::size_t index) const;
 
  private:
+  ItemReport add(const std::filesystem::path& path, TextView imageName, TextView image_UID,
+                 std::uint64_t items_per_scroll);
+
   mutable std::mutex mutex_;
   std::vector<MyImageObject> images_;
   std::uint64_t shown_item_count_ = 0;

@@ -33,6 +33,7 @@ class SignatureRecord {
       : table_(&table), first_(index * stride) {}
 
   const Text& extension() const { return entry(0); }
+  const Text& maximum_size_text() const { return entry(1); }
   // Bytes; 64 bits, sticking at the limits. Empty or without digits is 0.
   std::int64_t maximum_size() const;
   const Text& header() const { return entry(2); }

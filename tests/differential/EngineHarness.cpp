@@ -147,8 +147,15 @@ plain::Outcome run_engine(const plain::Search& search) {
                             .results = recorder,
                             .operations = recorder,
                             .timer = timer};
-  Photo_Rec_Thread(context, tables);
-  state.pFile_op.abandon();
+  if (search.mode == 0) {
+    Photo_Rec_Thread(context, tables);
+    state.pFile_op.abandon();
+  } else {
+    for (const Text& type : search.row_types) {
+      recorder.found_files.createSignatureListTableRecord(type, 0, u"", {}, type);
+    }
+    Raw_File_Rec_Thread(context, {search.general, search.thorough_table});
+  }
 
   plain::Outcome outcome;
   outcome.events = visible_events(recorder, place);
@@ -156,6 +163,14 @@ plain::Outcome run_engine(const plain::Search& search) {
   const bool second_pass = recorder.all<operation::BeginPass>().size() == 2;
   outcome.general_result = second_pass || ran_to_its_end;
   if (second_pass) outcome.thorough_result = ran_to_its_end;
+  for (std::size_t i = 0; i < recorder.found_files.size(); ++i) {
+    const FoundFilesRow row = recorder.found_files.row(i);
+    outcome.rows.push_back({.FileTypes = utf8_from_text(row.FileTypes),
+                            .NoOfFile = utf8_from_text(row.NoOfFile),
+                            .FileName = utf8_from_text(row.FileName),
+                            .FilePath = place.told(row.FilePath),
+                            .FileTypes_Hidden = utf8_from_text(row.FileTypes_Hidden)});
+  }
   outcome.shown_item_count = recorder.gallery.Shown_Item_Count();
   place.collect(outcome);
   return outcome;

@@ -55,12 +55,12 @@ bool Controller::open_device() {
 std::string Controller::make_pass_folder(const std::string& pass, const std::string& mode_folder) {
   const std::string root =
       join(join(search.destination, to_utf8(search.results_folder)), mode_folder);
-  const std::string general = join(root, "General Recovery Results");
+  std::string general = join(root, "General Recovery Results");
   create_folder_or_fail(general);
   if (pass == "GEN") {
     return general;
   }
-  const std::string thorough = join(root, "Omitted (recovered by Thorough Scan)");
+  std::string thorough = join(root, "Omitted (recovered by Thorough Scan)");
   create_folder_or_fail(thorough);
   return thorough;
 }

@@ -62,6 +62,7 @@ std::vector<Text> load_one(const std::optional<std::string>& file, Text& pending
 
 std::vector<std::vector<Text>> load_tables(const std::vector<std::optional<std::string>>& files) {
   std::vector<std::vector<Text>> tables;
+  tables.reserve(files.size());
   Text pending_header;
   for (const std::optional<std::string>& file : files) {
     tables.push_back(load_one(file, pending_header));

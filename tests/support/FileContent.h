@@ -25,7 +25,9 @@ inline std::string read_file(const std::filesystem::path& path) {
 }
 
 // A disk image of `sectors` sectors of zeros.
-inline std::string zero_sectors(std::size_t sectors) { return std::string(sectors * 512, '\0'); }
+inline std::string zero_sectors(std::size_t sectors) {
+  return std::string(sectors * 512, '\0');
+}
 
 // A sector that begins with `start` and is filled with `fill`.
 inline std::string sector_of(std::string_view start, char fill) {

@@ -12,6 +12,7 @@
 
 #include "engine/ScanOperations.h"
 #include "engine/ScanResults.h"
+#include "results/FoundFilesTable.h"
 #include "results/Gallery.h"
 
 namespace norvo::test {
@@ -67,7 +68,9 @@ class Recorder final : public ScanOperations, public ScanResults {
   std::function<void(const Report&)> on_report;   // called inside every report
   std::function<void()> on_message;
   int save_info_code = 1;
+  bool window_is_modal = false;
   Gallery gallery;
+  FoundFilesTable found_files;
 
   void perform(const ScanOperation& operation) override { record(operation); }
   void Show_MessageBox(TextView message) override {
@@ -77,6 +80,7 @@ class Recorder final : public ScanOperations, public ScanResults {
   void showPermissionAlertAndGuideUser(int error) override { record(PermissionAlert{error}); }
   void showGenericErrorAlert(int error) override { record(GenericAlert{error}); }
   void post_Final_or_Stop_Screen() override { record(FinalScreenPosted{}); }
+  bool main_window_is_modal() const override { return window_is_modal; }
   int run_SaveFile_Info_Window() override {
     record(SaveInfoRun{});
     return save_info_code;
@@ -90,6 +94,18 @@ class Recorder final : public ScanOperations, public ScanResults {
     record(report);
     gallery.addImageWithPath(path, imageName, image_UID);
     if (on_report) on_report(report);
+  }
+  void addImageWithPath_2(const std::filesystem::path& path, TextView imageName,
+                          TextView image_UID) override {
+    const Report report{path, Text(imageName), Text(image_UID)};
+    record(report);
+    if (gallery.addImageWithPath_2(path, imageName, image_UID).item_added) {
+      found_files.count_file(path, imageName);
+    }
+    if (on_report) on_report(report);
+  }
+  std::optional<std::uint64_t> NoOfFile(TextView FileTypes_Hidden) const override {
+    return found_files.NoOfFile(FileTypes_Hidden);
   }
   std::uint64_t Shown_Item_Count() const override { return gallery.Shown_Item_Count(); }
   void reset_Shown_Item_Count() override {

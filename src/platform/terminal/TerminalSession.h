@@ -39,6 +39,7 @@ class TerminalSession final : public ScanOperations, public ReportListener {
   void showPermissionAlertAndGuideUser(int error) override;
   void showGenericErrorAlert(int error) override;
   void post_Final_or_Stop_Screen() override;
+  bool main_window_is_modal() const override { return false; }
   int run_SaveFile_Info_Window() override { return 1; }
   void close_SaveFile_Info_Window() override {}
   void pause(std::chrono::milliseconds /*duration*/) override {}
