@@ -15,6 +15,7 @@ BlockPipeline::BlockPipeline(Device& device, const HeaderMatcher& matcher,
               {SectorBlock(block_sectors)},
               {SectorBlock(block_sectors)},
               {SectorBlock(block_sectors)}}},
+      spare_(block_sectors),
       helper_([this] { help(); }) {}
 
 BlockPipeline::~BlockPipeline() {
@@ -28,29 +29,52 @@ BlockPipeline::~BlockPipeline() {
 
 const SectorBlock* BlockPipeline::take() {
   std::unique_lock lock(mutex_);
-  if (taken_ > 0) {
-    slot(taken_ - 1).state = SlotState::free;
+  if (taken_slot_ != nullptr) {
+    taken_slot_->state = SlotState::free;
+    taken_slot_ = nullptr;
     changed_.notify_all();
   }
-  while (true) {
-    if (claimed_ > taken_) {
-      Slot& next = slot(taken_);
-      if (next.state == SlotState::complete) {
-        ++taken_;
-        return &next.block;
-      }
-      if (next.state == SlotState::incomplete) break;
+  while (!ending_) {
+    Slot& next = slot(taken_);
+    const bool claimed = claimed_ > taken_;
+    if (claimed && next.state == SlotState::complete) {
+      ++taken_;
+      taken_slot_ = &next;
+      return &next.block;
     }
-    if (can_claim()) {
+    if (claimed ? next.state == SlotState::incomplete : all_claimed()) {
+      ending_ = true;
+    } else if (can_claim()) {
       fill_next(lock);
-    } else if (claimed_ == taken_) {
-      break;
-    } else {
-      changed_.wait(lock);
+    } else if (!claimed) {
+      // An overtaken block is still being filled in the next one's place.
+      ++claimed_;
+      return overtake(lock);
+    } else if (!changed_.wait_for(lock, patience(),
+                                  [&next] { return next.state != SlotState::filling; })) {
+      next.state = SlotState::overtaken;
+      return overtake(lock);
     }
   }
+  return nullptr;
+}
+
+// Reads the next block on the scan's own account.
+const SectorBlock* BlockPipeline::overtake(std::unique_lock<std::mutex>& lock) {
+  const std::uint64_t number = taken_++;
+  lock.unlock();
+  spare_.fill(device_, first_of(number), sectors_of(number), matcher_);
+  if (spare_.valid == sectors_of(number)) return &spare_;
+  lock.lock();
   ending_ = true;
   return nullptr;
+}
+
+// A block that takes several times as long as the last one is held up by something other than the
+// device.
+std::chrono::nanoseconds BlockPipeline::patience() const {
+  constexpr std::chrono::nanoseconds shortest = std::chrono::microseconds(200);
+  return std::max(4 * last_fill_, shortest);
 }
 
 void BlockPipeline::help() {
@@ -65,21 +89,30 @@ void BlockPipeline::help() {
 }
 
 bool BlockPipeline::can_claim() const {
-  return !ending_ && start_ + claimed_ * block_sectors_ < end_ &&
-         slots_[claimed_ % slots].state == SlotState::free;
+  return !ending_ && !all_claimed() && slots_[claimed_ % slots].state == SlotState::free;
+}
+
+std::size_t BlockPipeline::sectors_of(std::uint64_t number) const {
+  return static_cast<std::size_t>(
+      std::min<std::uint64_t>(block_sectors_, end_ - first_of(number)));
 }
 
 void BlockPipeline::fill_next(std::unique_lock<std::mutex>& lock) {
-  Slot& mine = slot(claimed_);
-  const std::uint64_t first = start_ + claimed_ * block_sectors_;
-  const auto sectors =
-      static_cast<std::size_t>(std::min<std::uint64_t>(block_sectors_, end_ - first));
-  ++claimed_;
+  const std::uint64_t number = claimed_++;
+  Slot& mine = slot(number);
   mine.state = SlotState::filling;
   lock.unlock();
-  mine.block.fill(device_, first, sectors, matcher_);
+  const auto begin = std::chrono::steady_clock::now();
+  mine.block.fill(device_, first_of(number), sectors_of(number), matcher_);
+  const auto duration = std::chrono::steady_clock::now() - begin;
   lock.lock();
-  mine.state = mine.block.valid == sectors ? SlotState::complete : SlotState::incomplete;
+  last_fill_ = duration;
+  if (mine.state == SlotState::overtaken) {
+    mine.state = SlotState::free;
+  } else {
+    const bool complete = mine.block.valid == sectors_of(number);
+    mine.state = complete ? SlotState::complete : SlotState::incomplete;
+  }
   changed_.notify_all();
 }
 

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace norvo {
@@ -59,9 +60,20 @@ std::optional<std::string> set_check(CommandLine& line, std::string_view value) 
   return set_path<&CommandLine::signatures>(line, value);
 }
 
+std::optional<std::string> set_types(CommandLine& line, std::string_view value) {
+  std::vector<Text> types;
+  while (!value.empty()) {
+    const std::size_t comma = std::min(value.find(','), value.size());
+    if (comma > 0) types.push_back(text_from_utf8_lossy(value.substr(0, comma)));
+    value.remove_prefix(std::min(comma + 1, value.size()));
+  }
+  line.types = std::move(types);
+  return std::nullopt;
+}
+
 using Action = CommandLine::Action;
 
-constexpr std::array<Option, 13> options{{
+constexpr std::array<Option, 15> options{{
     {"--device", "PATH", "block device, raw node or disk image to search; opened read-only",
      set_path<&CommandLine::device>},
     {"--destination", "DIR", "folder under which the results folder is made",
@@ -74,6 +86,9 @@ constexpr std::array<Option, 13> options{{
     {"--end-sector", "N", "sector before which the search ends (default: entire disk)",
      set_text<&CommandLine::end_sector>},
     {"--no-thorough", "", "General pass only", set_value<&CommandLine::thorough, false>},
+    {"--types", "A,B,...", "tick only these types (video, raw, audio; default: all)", set_types},
+    {"--list-types", "", "print the check list of the search type, and end",
+     set_value<&CommandLine::action, Action::list_types>},
     {"--signatures", "DIR", "folder with the edition's signature files (default: shipped ones)",
      set_path<&CommandLine::signatures>},
     {"--json", "", "events on standard output, one JSON object a line",
@@ -98,6 +113,9 @@ std::optional<std::string> missing_in(const CommandLine& line) {
   if (line.destination.empty()) return "--destination is required.";
   if (line.start_sector.has_value() != line.end_sector.has_value()) {
     return "--start-sector and --end-sector go together.";
+  }
+  if (line.types && line.Recovery_MODE == 0) {
+    return "--types goes with --mode video, raw or audio; a photo search looks for every type.";
   }
   return std::nullopt;
 }

@@ -6,13 +6,14 @@
 #include <span>
 #include <string>
 #include <variant>
+#include <vector>
 
 #include "util/Text.h"
 
 namespace norvo {
 
 struct CommandLine {
-  enum class Action { search, check_signatures, help, version };
+  enum class Action { search, list_types, check_signatures, help, version };
 
   Action action = Action::search;
   std::filesystem::path device;
@@ -22,6 +23,7 @@ struct CommandLine {
   std::optional<Text> start_sector;  // as typed; both or neither
   std::optional<Text> end_sector;
   bool thorough = true;
+  std::optional<std::vector<Text>> types;  // the extensions to tick; all without it
   std::filesystem::path signatures;  // empty: the edition's shipped files
   bool json = false;
   bool quiet = false;

@@ -1,8 +1,10 @@
 #include "platform/terminal/NorvoRecover.h"
 
+#include <algorithm>
 #include <optional>
 #include <string>
 #include <variant>
+#include <vector>
 
 #include "app/MyTableController.h"
 #include "engine/OutputFolders.h"
@@ -10,7 +12,9 @@
 #include "platform/terminal/CommandLine.h"
 #include "platform/terminal/SignatureReport.h"
 #include "platform/terminal/TerminalSession.h"
+#include "platform/terminal/TypeTable.h"
 #include "platform/terminal/Version.h"
+#include "sigdb/FileTypeCheckList.h"
 #include "wizard/SectorRange.h"
 
 namespace norvo {
@@ -63,7 +67,7 @@ void warn_before_search(const CommandLine& line, const MyTableController& contro
     err << "Warning: the destination lies on the device that is searched. What is saved there can "
            "overwrite what is still to be found; choose a folder on another drive.\n";
   }
-  if (controller.tables().Ext_Array.empty()) {
+  if (line.Recovery_MODE == 0 && controller.tables().Ext_Array.empty()) {
     err << "Warning: no signatures could be read from " << signatures.string() << ".\n";
   }
 }
@@ -81,6 +85,56 @@ void show_summary(const TerminalSession& session, const ScanRequest& request, Se
       << std::flush;
 }
 
+// What is wrong with the call's edition, or nothing.
+std::optional<std::string> edition_fault(const CommandLine& line, const EditionProfile& profile) {
+  const std::string edition = "\"" + utf8_from_text(line.edition) + "\"";
+  if (!profile.is_edition()) {
+    return edition + " names no edition: its name holds none of Alder, Birch, Cedar, Larch, "
+                     "Maple, Rowan and Spruce.";
+  }
+  if (!profile.has_search_type(line.Recovery_MODE)) {
+    return "The edition " + edition + " does not have this search type.";
+  }
+  return std::nullopt;
+}
+
+const std::filesystem::path& signature_folder(const CommandLine& line,
+                                              const NorvoRecoverSetting& setting) {
+  return line.signatures.empty() ? setting.shipped_signatures : line.signatures;
+}
+
+// Ticks the wanted types. What is wrong with them, or nothing.
+std::optional<std::string> tick_types(FileTypeCheckList& list,
+                                      const std::optional<std::vector<Text>>& types) {
+  if (types) {
+    list.Select_Unselect_Check(false);
+    for (const Text& type : *types) {
+      const auto& rows = list.rows();
+      const auto row = std::find_if(rows.begin(), rows.end(), [&](const FileTypeEntry& entry) {
+        return entry.Extension == type;
+      });
+      if (row == rows.end()) {
+        return "There is no type \"" + utf8_from_text(type) + "\"; see --list-types.";
+      }
+      list.set_State(static_cast<std::size_t>(row - rows.begin()), true);
+    }
+  }
+  if (list.Check_For_One_Extension_Selection()) return std::nullopt;
+  return "Please select atleast one extension type.";
+}
+
+int list_types(const CommandLine& line, const NorvoRecoverSetting& setting) {
+  const EditionProfile profile = select_edition(line.edition);
+  if (const auto fault = edition_fault(line, profile)) return refuse(setting, *fault);
+  SignatureTables tables;
+  tables.load(signature_folder(line, setting), profile.signature_files);
+  FileTypeCheckList list;
+  list.build(line.Recovery_MODE == 0 ? ModeTables{tables.Ext_Array, tables.Adv_Ext_Array}
+                                     : tables_of_mode(tables, line.Recovery_MODE));
+  setting.out << type_table(list);
+  return 0;
+}
+
 int search(const CommandLine& line, const NorvoRecoverSetting& setting) {
   TerminalSession session({.out = setting.out,
                            .err = setting.err,
@@ -88,22 +142,16 @@ int search(const CommandLine& line, const NorvoRecoverSetting& setting) {
                            .progress = !line.quiet,
                            .rewrites_line = setting.err_is_terminal});
   MyTableController controller(line.edition, setting.opener, session, session);
-  const EditionProfile& profile = controller.profile();
-  const std::string edition = utf8_from_text(line.edition);
-  if (!profile.is_edition()) {
-    return refuse(setting, "\"" + edition + "\" names no edition: its name holds none of Alder, "
-                           "Birch, Cedar, Larch, Maple, Rowan and Spruce.");
-  }
-  if (!profile.has_search_type(line.Recovery_MODE)) {
-    return refuse(setting, "The edition \"" + edition + "\" does not have this search type.");
-  }
-  const auto request = make_request(line, profile);
+  if (const auto fault = edition_fault(line, controller.profile())) return refuse(setting, *fault);
+  const auto request = make_request(line, controller.profile());
   if (const auto* fault = std::get_if<UsageError>(&request)) return refuse(setting, fault->message);
-
-  const std::filesystem::path& signatures =
-      line.signatures.empty() ? setting.shipped_signatures : line.signatures;
-  controller.load_signature_tables(signatures);
-  warn_before_search(line, controller, signatures, setting.err);
+  controller.load_signature_tables(signature_folder(line, setting));
+  if (line.Recovery_MODE != 0) {
+    controller.check_list().build(tables_of_mode(controller.tables(), line.Recovery_MODE));
+    const auto fault = tick_types(controller.check_list(), line.types);
+    if (fault) return refuse(setting, *fault);
+  }
+  warn_before_search(line, controller, signature_folder(line, setting), setting.err);
   if (setting.publish_stop_flag != nullptr) setting.publish_stop_flag(&controller.state().stop_now);
   const SearchOutcome outcome = session.run(controller, std::get<ScanRequest>(request));
   if (setting.publish_stop_flag != nullptr) setting.publish_stop_flag(nullptr);
@@ -124,6 +172,7 @@ int norvo_recover(std::span<const char* const> arguments, const NorvoRecoverSett
     case CommandLine::Action::version:
       setting.out << "norvo-recover " << program_version << '\n';
       return 0;
+    case CommandLine::Action::list_types: return list_types(line, setting);
     case CommandLine::Action::check_signatures:
       return report_signature_faults(line.signatures, setting.out, setting.err);
     case CommandLine::Action::search: return search(line, setting);

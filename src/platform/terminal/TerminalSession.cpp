@@ -4,6 +4,8 @@
 #include <type_traits>
 #include <variant>
 
+#include "engine/Progress.h"
+
 namespace norvo {
 namespace {
 
@@ -18,8 +20,11 @@ std::string permission_advice(int error) {
 SearchOutcome TerminalSession::run(MyTableController& controller, const ScanRequest& request) {
   controller.start_search(request);
   controller.wait_for_worker();
-  if (final_screen_posted_) controller.Final_or_Stop_Screen();
+  // The window's timer goes on after a search that ran to its end; here its last word is said at
+  // once.
   const SearchOutcome outcome = controller.state().outcome;
+  if (outcome == SearchOutcome::completed) timerTickSetLabel(controller.state(), *this);
+  if (final_screen_posted_) controller.Final_or_Stop_Screen();
   {
     const std::lock_guard lock(line_mutex_);
     if (shown_width_ != 0) output_.err << '\n' << std::flush;
