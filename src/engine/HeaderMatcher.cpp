@@ -56,10 +56,6 @@ unsigned table_index(std::uint16_t pair, unsigned index_bits) {
   return (pair * 0x9E3779B1U) >> (32 - index_bits);
 }
 
-bool in_table(std::span<const std::uint64_t> table, unsigned index) {
-  return ((table[index / 64] >> (index % 64)) & 1U) != 0;
-}
-
 }  // namespace
 
 bool HeaderMatcher::CompiledRecord::found_in(const std::byte* sector) const {
@@ -75,14 +71,13 @@ std::optional<std::uint16_t> HeaderMatcher::CompiledRecord::pair_at(std::size_t 
 }
 
 void HeaderMatcher::Probe::add(std::uint16_t pair, const CompiledRecord& record) {
-  const unsigned index = table_index(pair, index_bits);
-  approximate[index / 64] |= std::uint64_t{1} << (index % 64);
+  approximate[table_index(pair, index_bits)] = 1;
   exact.emplace_back(pair, &record);
 }
 
 bool HeaderMatcher::Probe::wants(const std::byte* sector) const {
   const std::uint16_t pair = pair_of(sector + position);
-  if (!in_table(approximate, table_index(pair, index_bits))) return false;
+  if (approximate[table_index(pair, index_bits)] == 0) return false;
   auto entry = std::lower_bound(exact.begin(), exact.end(), pair,
                                 [](const auto& e, std::uint16_t p) { return e.first < p; });
   for (; entry != exact.end() && entry->first == pair; ++entry) {
@@ -191,7 +186,7 @@ unsigned HeaderMatcher::accepted_of_eight(const std::byte* sectors) const {
     const std::byte* at = sectors + probe.position;
     for (unsigned i = 0; i < 8; ++i) {
       const unsigned index = table_index(pair_of(at + i * sector_size), Probe::index_bits);
-      accepted |= static_cast<unsigned>(in_table(probe.approximate, index)) << i;
+      accepted |= unsigned{probe.approximate[index]} << i;
     }
   }
   return accepted;

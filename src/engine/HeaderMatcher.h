@@ -63,12 +63,13 @@ class HeaderMatcher {
   // Sectors are dismissed by two neighbouring bytes at a few positions. Positions are chosen so
   // that few of them serve all records and empty sectors are dismissed, too.
   struct Probe {
-    static constexpr unsigned index_bits = 13;
+    static constexpr unsigned index_bits = 12;
 
     std::size_t position = 0;
-    // Approximate: a pair that a record wants is always in it, another one seldom. Small, so that
-    // the tables of all probes stay in the processor's first-level cache together.
-    std::array<std::uint64_t, (1U << index_bits) / 64> approximate{};
+    // Approximate, 1 for a pair that is wanted: one that a record wants always is, another one
+    // seldom. Small, so that the tables of all probes stay in the processor's first-level cache
+    // together; bytes, as taking single bits out costs more than the larger table.
+    std::array<std::uint8_t, 1U << index_bits> approximate{};
     // Exact: pair and record, in ascending order.
     std::vector<std::pair<std::uint16_t, const CompiledRecord*>> exact;
 
