@@ -18,13 +18,15 @@ BlockPipeline::BlockPipeline(Device& device, const HeaderMatcher& matcher,
       spare_(block_sectors),
       helper_([this] { help(); }) {}
 
-BlockPipeline::~BlockPipeline() {
+BlockPipeline::~BlockPipeline() { stop(); }
+
+void BlockPipeline::stop() {
   {
     const std::lock_guard lock(mutex_);
     ending_ = true;
   }
   changed_.notify_all();
-  helper_.join();
+  if (helper_.joinable()) helper_.join();
 }
 
 const SectorBlock* BlockPipeline::take() {

@@ -39,6 +39,10 @@ class BlockPipeline {
   // end is reached. Nothing can be taken after that.
   const SectorBlock* take();
 
+  // Returns when nobody reads the device any more. Nothing can be taken after that, but the block
+  // taken last stays valid.
+  void stop();
+
  private:
   static constexpr std::size_t slots = 4;
   // overtaken: somebody still fills it, but the scan did not wait.

@@ -5,8 +5,8 @@
 #include <unistd.h>
 
 #include <cerrno>
-#include <cstring>
 #include <string>
+#include <system_error>
 #include <vector>
 
 #include "engine/SavingFailure.h"
@@ -20,7 +20,7 @@ constexpr mode_t folder_permissions = 0777;
 constexpr mode_t file_permissions = 0666;
 
 [[noreturn]] void fail(const std::string& what) {
-  throw SavingFailure(what + ": " + std::strerror(errno));
+  throw SavingFailure(what + ": " + std::generic_category().message(errno));
 }
 
 std::vector<std::string> safe_components(const fs::path& relative) {

@@ -160,11 +160,13 @@ bool PhotoScan::end_normally() {
     file.append(sector_buffer_, 1);
     finish_file();
   }
+  stop_reading();
   close_device(context_);
   return true;
 }
 
 bool PhotoScan::end_unsaved() {
+  stop_reading();
   end_with_saving_failure(context_, [this] { context_.state.pFile_op.abandon(); });
   return false;
 }
@@ -182,6 +184,7 @@ bool PhotoScan::end_with_exception(const std::string& reason) {
 }
 
 bool PhotoScan::end_stopped() {
+  stop_reading();
   begin_early_end(context_, SearchOutcome::stopped);
   if (context_.state.pFile_op.is_open()) finish_file();
   context_.operations.post_Final_or_Stop_Screen();

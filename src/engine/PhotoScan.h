@@ -24,7 +24,6 @@ class PhotoScan final : private ScanPass {
   // size of the reading block; results do not depend on it.
   PhotoScan(const ScanContext& context, Pass pass, const SignatureTable& table,
             std::size_t block_sectors = SectorReader::default_block_sectors);
-  ~PhotoScan() override = default;
 
   // Runs the pass on the calling thread. True when it ran to its end; false when the device could
   // not be opened, when it was stopped, or when saving failed, after its own clean-up and, but for

@@ -226,11 +226,13 @@ void RawFileScan::finish_all(const std::byte* last_sector) {
 
 bool RawFileScan::end_normally() {
   finish_all(sector_buffer_);
+  stop_reading();
   close_device(context_);
   return true;
 }
 
 bool RawFileScan::end_stopped() {
+  stop_reading();
   begin_early_end(context_, SearchOutcome::stopped);
   for (RecoveredFile& output : Output_Slot_Table_) output.close();
   for (const CarvedFile& file : context_.state.MultiHeader_Array) {
@@ -247,11 +249,13 @@ void RawFileScan::abandon_open_files() {
 }
 
 bool RawFileScan::end_unsaved() {
+  stop_reading();
   end_with_saving_failure(context_, [this] { abandon_open_files(); });
   return false;
 }
 
 bool RawFileScan::end_with_exception() {
+  stop_reading();
   close_device(context_);
   abandon_open_files();
   return true;

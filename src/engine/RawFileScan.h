@@ -25,7 +25,6 @@ class RawFileScan final : private ScanPass {
   // `table` holds the records of the selected types, in the order in which headers are tried.
   RawFileScan(const ScanContext& context, Pass pass, const SignatureTable& table,
               std::size_t block_sectors = SectorReader::default_block_sectors);
-  ~RawFileScan() override = default;
 
   // Runs the pass on the calling thread. True when it ran to its end, or when a broken table raised
   // an exception; false when the device could not be opened, when the pass was stopped, or when

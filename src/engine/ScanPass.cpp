@@ -43,6 +43,10 @@ void ScanPass::start_reading() {
   Fol_Cnt_Array_.add_types(table_);
 }
 
+void ScanPass::stop_reading() {
+  if (reader_) reader_->stop();
+}
+
 bool ScanPass::scan_range() {
   ScanState& state = context_.state;
   while (state.for_index < state.end_sector && !table_.empty()) {

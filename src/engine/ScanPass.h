@@ -36,7 +36,7 @@ class ScanPass {
 
   ScanPass(const ScanContext& context, Pass pass, const SignatureTable& table,
            EmptyHeader empty_header, std::size_t block_sectors);
-  virtual ~ScanPass() = default;
+  ~ScanPass() = default;
 
   bool is_general() const { return pass_ == Pass::general; }
 
@@ -47,6 +47,10 @@ class ScanPass {
   // Positions the opened device at the start of the range, shows the progress label and fills
   // Fol_Cnt_Array. After make_pass_folder().
   void start_reading();
+
+  // Ends the reading, so that the device can be closed. Every exit of a pass comes here before it
+  // closes the device; data that is gathered but not written stays valid.
+  void stop_reading();
 
   // Reads the range to its end, to a stop, or to an exception, and returns what the pass returns.
   bool scan_range();

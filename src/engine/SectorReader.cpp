@@ -42,6 +42,10 @@ void SectorReader::read_with_helper(std::uint64_t end) {
   pipeline_.emplace(device_, matcher_, own_block_.room(), position_, end);
 }
 
+void SectorReader::stop() {
+  if (pipeline_) pipeline_->stop();
+}
+
 SectorReader::Items SectorReader::read(std::uint64_t index, std::uint64_t most) {
   if (available() == 0) {
     keep_last_item();

@@ -56,6 +56,10 @@ class SectorReader {
   // long as nothing goes wrong.
   void read_with_helper(std::uint64_t end);
 
+  // Returns when nobody reads the device any more, so that it can be closed. The items handed out
+  // last stay valid; no more can be read.
+  void stop();
+
   // The items for the indices from `index` on, at least one and at most `most` (which is not 0).
   // An item that could not be read is handed out alone, as the buffer then is.
   Items read(std::uint64_t index, std::uint64_t most);

@@ -12,6 +12,12 @@ std::uint64_t count_of(const FoundFilesRow& row) {
   return static_cast<std::uint64_t>(integer64_value(row.NoOfFile));
 }
 
+// A path that is no UTF-8 has no white space that a text would show; it stays as it is.
+std::filesystem::path trimmed_path(const std::filesystem::path& path) {
+  const std::optional<Text> text = text_from_utf8(path.native());
+  return text ? std::filesystem::path(utf8_from_text(Trim_Str(*text))) : path;
+}
+
 }  // namespace
 
 void FoundFilesTable::createSignatureListTableRecord(TextView FileTypes, std::uint64_t NoOfFile,
@@ -33,6 +39,7 @@ void FoundFilesTable::clear() {
 
 void FoundFilesTable::count_file(const std::filesystem::path& path, TextView file_name) {
   const Text extension = extension_of(path);
+  const std::filesystem::path trimmed = trimmed_path(path);
   const std::lock_guard lock(mutex_);
   const auto row = std::find_if(rows_.begin(), rows_.end(), [&](const FoundFilesRow& candidate) {
     return candidate.FileTypes_Hidden == extension;
@@ -41,7 +48,7 @@ void FoundFilesTable::count_file(const std::filesystem::path& path, TextView fil
   *row = {.FileTypes = extension,
           .NoOfFile = decimal(count_of(*row) + 1),
           .FileName = Text(file_name),
-          .FilePath = path,
+          .FilePath = trimmed,
           .FileTypes_Hidden = extension};
 }
 

@@ -64,7 +64,7 @@ class Checker {
   }
 
   void check_record() {
-    if (Trim_Str(record_[0].value).empty()) report(record_[0].line, "the extension is empty");
+    if (record_[0].value.empty() || record_[0].value == u".") report(record_[0].line, "the extension is empty");
     if (record_[0].value.find(u'/') != Text::npos) {
       report(record_[0].line, "the extension holds a slash");
     }

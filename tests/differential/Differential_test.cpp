@@ -34,19 +34,19 @@ SeedRange seeds() {
   return range;
 }
 
-// Compares the searches of all seeds whose mode `is_wanted`; further failures are only counted.
+// Compares the searches of all seeds that are wanted; further failures are only counted.
 template <typename Wanted>
-void compare(Wanted is_wanted) {
+void compare(Wanted is_wanted, bool with_helper = false) {
   const SeedRange range = seeds();
   int failures = 0;
   std::uint64_t compared = 0;
   for (std::uint64_t seed = range.first; seed < range.first + range.count; ++seed) {
     const plain::Search search = random_search(seed);
-    if (!is_wanted(search.mode)) {
+    if (!is_wanted(search)) {
       continue;
     }
     ++compared;
-    const auto difference = first_difference(plain::run(search), run_engine(search));
+    const auto difference = first_difference(plain::run(search), run_engine(search, with_helper));
     if (difference && ++failures <= kShownFailures) {
       ADD_FAILURE() << "seed " << seed << "\n" << *difference << "\n" << describe(search);
     }
@@ -58,11 +58,21 @@ void compare(Wanted is_wanted) {
 }
 
 TEST(Differential, PhotoSearchesEqualThePlainOnes) {
-  compare([](int mode) { return mode == 0; });
+  compare([](const plain::Search& search) { return search.mode == 0; });
 }
 
 TEST(Differential, RawFileSearchesEqualThePlainOnes) {
-  compare([](int mode) { return mode != 0; });
+  compare([](const plain::Search& search) { return search.mode != 0; });
+}
+
+// A drive that is pulled by the reading itself is left out: whoever reads ahead pulls it earlier.
+TEST(Differential, SearchesWithAReadingHelperEqualThePlainOnes) {
+  constexpr std::size_t several_blocks = 600 * 512;
+  compare(
+      [](const plain::Search& search) {
+        return !search.device.gone_after_sector && search.device.bytes.size() > several_blocks;
+      },
+      true);
 }
 
 }  // namespace

@@ -123,7 +123,7 @@ std::vector<plain::Event> visible_events(const Recorder& recorder, const Place& 
 
 }  // namespace
 
-plain::Outcome run_engine(const plain::Search& search) {
+plain::Outcome run_engine(const plain::Search& search, bool with_helper) {
   const Place place(search);
   FakeMedium medium = medium_of(search.device);
   FakeOpener opener(medium);
@@ -146,7 +146,8 @@ plain::Outcome run_engine(const plain::Search& search) {
                             .opener = opener,
                             .results = recorder,
                             .operations = recorder,
-                            .timer = timer};
+                            .timer = timer,
+                            .read_with_helper = with_helper};
   if (search.mode == 0) {
     Photo_Rec_Thread(context, tables);
     state.pFile_op.abandon();

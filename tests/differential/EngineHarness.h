@@ -7,4 +7,5 @@
 // `plain::Outcome`: paths begin with `search.destination` wherever the files really are, and what
 // `existing_files` and `existing_folders` name is there beforehand. Pauses are not waited for.
 // `sector_writes_until_full` is never set by the differential tests.
-plain::Outcome run_engine(const plain::Search& search);
+// `with_helper`: a second thread helps reading.
+plain::Outcome run_engine(const plain::Search& search, bool with_helper = false);

@@ -12,6 +12,7 @@ std::uint64_t FakeDevice::size() const {
 }
 
 std::int64_t FakeDevice::read_block(std::uint64_t offset, std::span<std::byte> block) {
+  const std::lock_guard lock(reading_);
   ++medium_.block_reads;
   block = block.first(std::min(block.size(), medium_.largest_read));
   pull_when_reading(offset);
@@ -29,6 +30,7 @@ std::int64_t FakeDevice::read_block(std::uint64_t offset, std::span<std::byte> b
 }
 
 std::int64_t FakeDevice::read_sector(std::uint64_t offset, std::span<std::byte> sector) {
+  const std::lock_guard lock(reading_);
   ++medium_.sector_reads;
   pull_when_reading(offset);
   if (medium_.unreadable.contains(offset / sector_size)) return -1;

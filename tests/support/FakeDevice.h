@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <functional>
 #include <memory>
+#include <mutex>
 #include <optional>
 #include <set>
 #include <vector>
@@ -39,6 +40,7 @@ struct FakeMedium {
   std::uint64_t sector_reads = 0;
 };
 
+// Two threads may read it at once.
 class FakeDevice final : public Device {
  public:
   explicit FakeDevice(FakeMedium& medium) : medium_(medium) {}
@@ -54,6 +56,7 @@ class FakeDevice final : public Device {
   std::int64_t read(std::uint64_t offset, std::span<std::byte> target);
   void copy(std::uint64_t offset, std::span<std::byte> target) const;
 
+  std::mutex reading_;
   FakeMedium& medium_;
 };
 

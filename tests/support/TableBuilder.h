@@ -15,7 +15,7 @@ struct TypeRow {
   Text maximum;  // bytes
   Text header;   // hexadecimal digits
   Text position = u"1";
-  std::optional<Text> gate;  // decimal; the header's first byte when it is left out
+  std::optional<Text> gate = std::nullopt;  // decimal; the header's first byte when it is left out
 };
 
 // The first two hexadecimal digits of `header` as a decimal text; empty when there are none.

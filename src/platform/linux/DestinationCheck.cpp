@@ -25,7 +25,9 @@ bool is_on(const fs::path& folder, const std::string& device, int depth) {
   if (depth == 0) return false;
   if (number_in(folder) == device) return true;
   // A partition's folder lies inside its disk's.
-  if (fs::exists(folder / "partition") && number_in(folder.parent_path()) == device) return true;
+  if (fs::exists(folder / "partition") && is_on(folder.parent_path(), device, depth - 1)) {
+    return true;
+  }
   std::error_code error;
   for (const fs::directory_entry& slave : fs::directory_iterator(folder / "slaves", error)) {
     if (is_on(fs::canonical(slave.path(), error), device, depth - 1)) return true;

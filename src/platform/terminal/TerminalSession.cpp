@@ -1,6 +1,6 @@
 #include "platform/terminal/TerminalSession.h"
 
-#include <cstring>
+#include <system_error>
 #include <type_traits>
 #include <variant>
 
@@ -11,7 +11,7 @@ namespace {
 
 // The window's permission alert names its system's settings; a terminal can say what to type.
 std::string permission_advice(int error) {
-  return std::string("The device could not be opened: ") + std::strerror(error) +
+  return std::string("The device could not be opened: ") + std::generic_category().message(error) +
          ".\nReading a raw device needs administrator rights: run the same command with sudo.";
 }
 
@@ -66,7 +66,7 @@ void TerminalSession::showPermissionAlertAndGuideUser(int error) {
 
 void TerminalSession::showGenericErrorAlert(int error) {
   report_device_error(error, false);
-  write_error_line(std::string("The device could not be opened: ") + std::strerror(error) + ".");
+  write_error_line(std::string("The device could not be opened: ") + std::generic_category().message(error) + ".");
 }
 
 void TerminalSession::post_Final_or_Stop_Screen() { final_screen_posted_ = true; }

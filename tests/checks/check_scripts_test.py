@@ -1,0 +1,113 @@
+#!/usr/bin/python3
+"""The checks of the tree find what they are made to find."""
+import subprocess
+import sys
+import tempfile
+import unittest
+from pathlib import Path
+
+ROOT = Path(__file__).resolve().parents[2]
+GOOD_HEADER = '// What it is for.\n#pragma once\n'
+
+
+class Tree(unittest.TestCase):
+    def setUp(self) -> None:
+        folder = tempfile.TemporaryDirectory(prefix='norvo_checks_')
+        self.addCleanup(folder.cleanup)
+        self.root = Path(folder.name)
+        self.write('CMakeLists.txt', 'add_subdirectory(tests)')
+        self.write('src/util/Text.h', GOOD_HEADER)
+        self.write('src/engine/Scan.h', GOOD_HEADER + '#include "util/Text.h"\n')
+        self.write('src/wizard/Wizard.h', GOOD_HEADER)
+
+    def write(self, name: str, content: str) -> None:
+        path = self.root / name
+        path.parent.mkdir(parents=True, exist_ok=True)
+        path.write_text(content, 'utf-8')
+
+    def run_script(self, script: str, argument: Path) -> tuple[int, str]:
+        result = subprocess.run([sys.executable, ROOT / script, argument], text=True,
+                                capture_output=True, check=False)
+        return result.returncode, result.stdout
+
+
+class HouseRules(Tree):
+    def assert_fault(self, expected: str) -> None:
+        status, output = self.run_script('tools/check_house.py', self.root)
+        self.assertEqual(status, 1, output)
+        self.assertIn(expected, output)
+        self.assertIn(' 1 faults', output)
+
+    def test_a_tree_that_keeps_the_rules_passes(self) -> None:
+        status, output = self.run_script('tools/check_house.py', self.root)
+        self.assertEqual(status, 0, output)
+
+    def test_an_empty_tree_does_not_pass(self) -> None:
+        status, _ = self.run_script('tools/check_house.py', self.root / 'src' / 'nothing')
+        self.assertEqual(status, 1)
+
+    def test_an_include_that_points_up_is_named(self) -> None:
+        self.write('src/util/Text.cpp', '\n#include "engine/Scan.h"\n')
+        self.assert_fault('src/util/Text.cpp:2: util may not include engine')
+
+    def test_two_rooms_of_one_floor_do_not_know_each_other(self) -> None:
+        self.write('src/engine/Scan.cpp', '#include "wizard/Wizard.h"\n')
+        self.assert_fault('src/engine/Scan.cpp:1: engine may not include wizard')
+
+    def test_an_include_without_its_folder_is_named(self) -> None:
+        self.write('src/engine/Scan.cpp', '#include "Scan.h"\n')
+        self.assert_fault('src/engine/Scan.cpp:1')
+
+    def test_a_system_switch_below_the_platform_is_named(self) -> None:
+        self.write('src/engine/Scan.cpp', '#ifdef __APPLE__\n#endif\n')
+        self.assert_fault('src/engine/Scan.cpp:1: only platform/')
+
+    def test_a_header_without_a_guard_is_named(self) -> None:
+        self.write('tests/support/Card.h', '// A card.\n')
+        self.assert_fault('tests/support/Card.h: a header needs "#pragma once"')
+
+    def test_a_header_without_a_word_about_its_purpose_is_named(self) -> None:
+        self.write('src/util/Files.h', '#pragma once\n')
+        self.assert_fault('src/util/Files.h:1')
+
+    def test_a_file_of_more_than_400_lines_is_named(self) -> None:
+        self.write('tests/util/Text_test.cpp', '\n' * 400)
+        self.write('tests/util/Files_test.cpp', '\n' * 401)
+        self.assert_fault('tests/util/Files_test.cpp: 401 lines')
+
+
+class Registration(Tree):
+    def check(self, listing: str) -> tuple[int, str]:
+        self.write('tests/CMakeLists.txt', listing)
+        return self.run_script('tests/check_registration.py', self.root / 'tests')
+
+    def test_a_registered_test_passes(self) -> None:
+        self.write('tests/util/Text_test.cpp', '')
+        status, output = self.check('norvo_test(text_test SOURCES util/Text_test.cpp)')
+        self.assertEqual(status, 0, output)
+
+    def test_a_forgotten_test_is_named(self) -> None:
+        self.write('tests/util/Text_test.cpp', '')
+        self.write('tests/util/Other_test.py', '')
+        status, output = self.check('add(util/Text_test.cpp)')
+        self.assertEqual(status, 1)
+        self.assertIn('util/Other_test.py', output)
+        self.assertNotIn('util/Text_test.cpp', output)
+
+    def test_a_comment_registers_nothing(self) -> None:
+        self.write('tests/util/Text_test.cpp', '')
+        self.assertEqual(self.check('# util/Text_test.cpp\n')[0], 1)
+
+    def test_a_longer_name_registers_nothing(self) -> None:
+        self.write('tests/Text_test.cpp', '')
+        self.assertEqual(self.check('add(PlainText_test.cpp)')[0], 1)
+
+    def test_a_folder_that_nobody_adds_is_named(self) -> None:
+        self.write('tests/deep/CMakeLists.txt', 'add_test(x Deep_test.py)')
+        self.write('tests/deep/Deep_test.py', '')
+        self.assertEqual(self.check('')[0], 1)
+        self.assertEqual(self.check('add_subdirectory(deep)')[0], 0)
+
+
+if __name__ == '__main__':
+    unittest.main()

@@ -1,0 +1,119 @@
+#!/usr/bin/python3
+"""Runs clang-tidy over the program's sources with the checks of .clang-tidy.
+
+    run_clang_tidy.py BUILD_FOLDER [SOURCE...]
+
+BUILD_FOLDER holds compile_commands.json; without sources, all of src/ that it compiles are looked
+at. A source without findings is not looked at again until it, a header or the checks change.
+Ends with 1 on a finding and with 77 when clang-tidy is not there.
+"""
+import hashlib
+import json
+import os
+import shlex
+import shutil
+import subprocess
+import sys
+import tempfile
+from concurrent.futures import ThreadPoolExecutor
+from pathlib import Path
+
+ROOT = Path(__file__).resolve().parent.parent
+NOT_RUN = 77
+# Options of the compiler that made the build and that clang does not know or cannot use.
+FOREIGN_OPTIONS = ('-fpch-preprocess', '-Winvalid-pch', '-Wno-restrict', '-Wno-stringop-overflow',
+                   '-Wno-maybe-uninitialized', '-fno-sanitize-recover', '-fsanitize', '-Werror')
+# Two checks of bugprone-* that take a quarter of the time, most of it in the system's headers, and
+# look for what reviewers see: reserved names, and string views made of null.
+LEFT_OUT = '-bugprone-reserved-identifier,-bugprone-stringview-nullptr'
+
+
+def without_foreign_options(command: str) -> str:
+    """The command as clang understands it: no foreign options, no precompiled header."""
+    words = command.split()
+    kept: list[str] = []
+    skip_next = False
+    for place, word in enumerate(words):
+        following = words[place + 1] if place + 1 < len(words) else ''
+        if skip_next:
+            skip_next = False
+        elif word == '-include' and 'cmake_pch' in following:
+            skip_next = True
+        elif not word.startswith(FOREIGN_OPTIONS):
+            kept.append(word)
+    return ' '.join(kept)
+
+
+def sources_of(commands: list[dict[str, str]]) -> list[str]:
+    below = str(ROOT / 'src') + os.sep
+    return sorted({entry['file'] for entry in commands if entry['file'].startswith(below)})
+
+
+class Checker:
+    """Looks at sources one by one; knows those that were clean before."""
+
+    def __init__(self, tidy: str, commands: list[dict[str, str]], folder: Path, memory: Path):
+        self.tidy, self.folder, self.memory = tidy, folder, memory
+        self.commands = {entry['file']: entry for entry in commands}
+        memory.mkdir(exist_ok=True)
+        (folder / 'compile_commands.json').write_text(json.dumps(commands), 'utf-8')
+        version = subprocess.run([tidy, '--version'], capture_output=True, check=True).stdout
+        self.setting = version + LEFT_OUT.encode() + (ROOT / '.clang-tidy').read_bytes()
+
+    def fingerprint(self, source: str) -> str | None:
+        """Of all that decides about findings; None when that cannot be had."""
+        entry = self.commands[source]
+        compiler = shutil.which('clang++')
+        if compiler is None:
+            return None
+        words = shlex.split(entry['command'])[1:]
+        output = words.index('-o')
+        result = subprocess.run([compiler, *words[:output], *words[output + 2:], '-E', '-C'],
+                                cwd=entry['directory'], stdin=subprocess.DEVNULL,
+                                capture_output=True, check=False)
+        if result.returncode != 0:
+            return None
+        return hashlib.sha256(self.setting + result.stdout).hexdigest()
+
+    def check(self, source: str) -> str:
+        """The findings; nothing when there are none."""
+        fingerprint = self.fingerprint(source)
+        if fingerprint and (self.memory / fingerprint).exists():
+            return ''
+        result = subprocess.run([self.tidy, '--quiet', f'--checks={LEFT_OUT}', '-p',
+                                 str(self.folder), source], text=True,
+                                stdin=subprocess.DEVNULL, capture_output=True, check=False)
+        if result.returncode == 0 and 'warning:' not in result.stdout:
+            if fingerprint:
+                (self.memory / fingerprint).touch()
+            return ''
+        # Standard error counts warnings in the system's headers, and says why a run failed.
+        return result.stdout + result.stderr
+
+
+def main() -> int:
+    tidy = shutil.which('clang-tidy')
+    if tidy is None:
+        print('NOT RUN: clang-tidy is not installed; tools/install_packages test installs it.')
+        return NOT_RUN
+    compiled = json.loads((Path(sys.argv[1]) / 'compile_commands.json').read_text('utf-8'))
+    for entry in compiled:
+        entry['command'] = without_foreign_options(entry['command'])
+    sources = [str(Path(name).resolve()) for name in sys.argv[2:]] or sources_of(compiled)
+    if not sources:
+        print('FAILED: the build compiles nothing of src/')
+        return 1
+    found = 0
+    with tempfile.TemporaryDirectory(prefix='norvo_tidy_') as folder:
+        checker = Checker(tidy, compiled, Path(folder), Path(sys.argv[1]) / 'clang_tidy_clean')
+        with ThreadPoolExecutor(max_workers=2) as pool:
+            for source, findings in zip(sources, pool.map(checker.check, sources)):
+                if findings:
+                    found += 1
+                    print(f'{Path(source).relative_to(ROOT)}\n{findings}', flush=True)
+    print(f'{len(sources)} files looked at, findings in {found}')
+    return 1 if found else 0
+
+
+if __name__ == '__main__':
+    sys.exit(main())
