@@ -23,7 +23,9 @@ class DescriptorDeviceTest : public testing::Test {
     make_file(path, std::string(512, 'a') + std::string(512, 'b') + std::string(100, 'c'));
   }
 
-  DescriptorDevice device() const { return DescriptorDevice(UniqueFd(open(path.c_str(), O_RDONLY))); }
+  DescriptorDevice device() const {
+    return DescriptorDevice(UniqueFd(open(path.c_str(), O_RDONLY)));
+  }
 
   static std::string text(std::span<const std::byte> bytes, std::int64_t count) {
     std::string letters;

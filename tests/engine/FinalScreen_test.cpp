@@ -125,8 +125,7 @@ TEST_F(FinalScreenTest, AnExceptionInsideIsShownWithItsReason) {
     if (std::holds_alternative<SaveInfoRun>(entry)) throw std::runtime_error("no window");
   };
   show_final_screen();
-  EXPECT_EQ(recorder.recorded(),
-            joined({first_steps, {SaveInfoRun{}, MessageBox{u"no window"}}}));
+  EXPECT_EQ(recorder.recorded(), joined({first_steps, {SaveInfoRun{}, MessageBox{u"no window"}}}));
 }
 
 // Answers as it is told and keeps the question.

@@ -64,8 +64,8 @@ class RandomCase {
   }
 
   Text position() {
-    static const std::vector<Text> odd{u"0",   u"-2",  u"",    u"2",   u"3",   u"5",    u"9",
-                                       u"01",  u"256", u"502", u"505", u"506", u"507",  u"508",
+    static const std::vector<Text> odd{u"0",   u"-2",  u"",    u"2",   u"3",   u"5",     u"9",
+                                       u"01",  u"256", u"502", u"505", u"506", u"507",   u"508",
                                        u"509", u"511", u"512", u"513", u"600", u"30000", u"NN"};
     if (random_.percent(35)) return u"1";
     return random_.percent(50) ? Text(u"nn") : random_.one_of(odd);
@@ -82,8 +82,8 @@ class RandomCase {
 
   void add_record() {
     const Text digits = header();
-    for (const Text& entry :
-         {Text(u"TYP"), Text(u"0"), digits, position(), Text(u"?"), Text(u"a type"), gate(digits)}) {
+    for (const Text& entry : {Text(u"TYP"), Text(u"0"), digits, position(), Text(u"?"),
+                              Text(u"a type"), gate(digits)}) {
       table.push_back(entry);
     }
   }
@@ -196,8 +196,7 @@ TEST(HeaderMatcher, MarksExactlyTheSectorsThatItFindsAsCandidates) {
     matcher.mark_candidates(random.sector(0), random.count(), bits);
     for (std::size_t s = 0; s < 128; ++s) {
       const bool marked = ((bits[s / 64] >> (s % 64)) & 1U) != 0;
-      const bool candidate =
-          s < random.count() && matcher.find_candidate(random.sector(s), 1) == 0;
+      const bool candidate = s < random.count() && matcher.find_candidate(random.sector(s), 1) == 0;
       ASSERT_EQ(marked, candidate) << "seed " << seed << ", sector " << s;
     }
   }

@@ -34,7 +34,9 @@ bool matches(const TypeRow& row, const Sector& sector,
   return found;
 }
 
-TypeRow type(const Text& header, const Text& position) { return {u"TYP", u"0", header, position}; }
+TypeRow type(const Text& header, const Text& position) {
+  return {u"TYP", u"0", header, position};
+}
 
 TEST(HeaderMatcher, AHeaderForTheStartIsFoundThereOnly) {
   EXPECT_TRUE(matches(type(u"414243", u"1"), sector_with(0, {0x41, 0x42, 0x43})));
@@ -58,8 +60,8 @@ TEST(HeaderMatcher, ANumericPositionIsTriedUpToByte506) {
   EXPECT_TRUE(matches(type(u"41", u"507"), sector_with(506, {0x41})));
   for (const unsigned position : {508U, 509U, 511U, 512U}) {
     const std::string text = std::to_string(position);
-    EXPECT_FALSE(matches(type(u"41", Text(text.begin(), text.end())),
-                         sector_with(position - 1, {0x41})));
+    EXPECT_FALSE(
+        matches(type(u"41", Text(text.begin(), text.end())), sector_with(position - 1, {0x41})));
   }
   EXPECT_FALSE(matches(type(u"EE", u"513"), sector_with(0, {})));
   EXPECT_FALSE(matches(type(u"EE", u"99999999999"), sector_with(0, {})));
@@ -150,8 +152,8 @@ TEST(HeaderMatcher, AnEmptyHeaderMatchesAtTheGateInThePhotoScanAndNothingInTheOt
 }
 
 TEST(HeaderMatcher, TheFirstRecordThatMatchesWins) {
-  const SignatureTable table = table_of({type(u"4143", u"1"), type(u"4142", u"nn"),
-                                         type(u"414243", u"1"), type(u"42", u"2")});
+  const SignatureTable table = table_of(
+      {type(u"4143", u"1"), type(u"4142", u"nn"), type(u"414243", u"1"), type(u"42", u"2")});
   const HeaderMatcher matcher(table, EmptyHeader::matches_gate_byte);
   EXPECT_EQ(matcher.match(sector_with(0, {0x41, 0x43}).data()), 0U);
   EXPECT_EQ(matcher.match(sector_with(0, {0x41, 0x42, 0x43}).data()), 1U);

@@ -9,12 +9,13 @@ namespace {
 
 TEST(FileNames, NumbersArePaddedToFiveDigits) {
   const std::vector<std::pair<std::uint64_t, Text>> cases{
-      {0, u"GND00000.jpg"},     {1, u"GND00001.jpg"},         {9, u"GND00009.jpg"},
-      {10, u"GND00010.jpg"},    {99, u"GND00099.jpg"},        {100, u"GND00100.jpg"},
-      {999, u"GND00999.jpg"},   {1000, u"GND01000.jpg"},      {9999, u"GND09999.jpg"},
-      {10000, u"GND10000.jpg"}, {99999, u"GND99999.jpg"},     {100000, u"GND100000.jpg"},
-      {123456, u"GND123456.jpg"},
-      {18446744073709551615U, u"GND18446744073709551615.jpg"}};
+      {0, u"GND00000.jpg"},       {1, u"GND00001.jpg"},
+      {9, u"GND00009.jpg"},       {10, u"GND00010.jpg"},
+      {99, u"GND00099.jpg"},      {100, u"GND00100.jpg"},
+      {999, u"GND00999.jpg"},     {1000, u"GND01000.jpg"},
+      {9999, u"GND09999.jpg"},    {10000, u"GND10000.jpg"},
+      {99999, u"GND99999.jpg"},   {100000, u"GND100000.jpg"},
+      {123456, u"GND123456.jpg"}, {18446744073709551615U, u"GND18446744073709551615.jpg"}};
   for (const auto& [number, name] : cases) {
     EXPECT_EQ(Generate_File_Name(number, u"GND", u"jpg"), name);
     EXPECT_EQ(Generate_File_UID_Num(number, false, u"jpg"), name);
@@ -67,7 +68,9 @@ TEST(NextFolderName, WithThreeLettersTheNumberIsReadWholeAndRaised) {
                {u"JPG_998", u"JPG_999"}});
 }
 
-TEST(NextFolderName, ThereIsNoThousandthFolder) { expect_next({{u"JPG_999", u""}}); }
+TEST(NextFolderName, ThereIsNoThousandthFolder) {
+  expect_next({{u"JPG_999", u""}});
+}
 
 TEST(NextFolderName, WithFewerLettersOnlyTheLastDigitsAreRead) {
   expect_next({{u"PS_001", u"PS_002"},
@@ -78,7 +81,8 @@ TEST(NextFolderName, WithFewerLettersOnlyTheLastDigitsAreRead) {
 }
 
 TEST(NextFolderName, WithMoreLettersTheUnderscoreIsReadTooAndGivesTheFirstNumberAgain) {
-  expect_next({{u"JPEG_001", u"JPEG_001"}, {u"JPEG_417", u"JPEG_001"}, {u"HEICS_001", u"HEICS_001"}});
+  expect_next(
+      {{u"JPEG_001", u"JPEG_001"}, {u"JPEG_417", u"JPEG_001"}, {u"HEICS_001", u"HEICS_001"}});
 }
 
 TEST(NextFolderName, TheFirstUnderscoreCounts) {
@@ -94,8 +98,8 @@ TEST(NextFolderName, TheNumberIsReadUpToTheFirstOtherCharacter) {
 }
 
 TEST(NextFolderName, WhatDoesNotStartWithADigitIsReadAsZero) {
-  expect_next({{u"AB_ 7", u"AB_001"}, {u"AB_+7", u"AB_001"}, {u"AB_-7", u"AB_001"},
-               {u"AB_x7", u"AB_001"}});
+  expect_next(
+      {{u"AB_ 7", u"AB_001"}, {u"AB_+7", u"AB_001"}, {u"AB_-7", u"AB_001"}, {u"AB_x7", u"AB_001"}});
 }
 
 TEST(NextFolderName, WhiteSpaceAtTheEndsIsTrimmed) {

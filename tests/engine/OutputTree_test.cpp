@@ -54,7 +54,7 @@ class OutputTreeTest : public testing::Test {
 TEST_F(OutputTreeTest, MakesAFileWithAllItsFolders) {
   write_to("a/b/c.jpg", "photo");
   EXPECT_EQ(entries_below(root), (std::set<std::string>{"a/", "a/b/", "a/b/c.jpg"}));
-  EXPECT_EQ(text_of(root / "a/b/c.jpg"), "photo");
+  EXPECT_EQ(read_file(root / "a/b/c.jpg"), "photo");
 }
 
 TEST_F(OutputTreeTest, EveryFolderItMakesIsOpenToAllWhateverTheUmask) {
@@ -62,8 +62,8 @@ TEST_F(OutputTreeTest, EveryFolderItMakesIsOpenToAllWhateverTheUmask) {
   const OutputTree deep(root / "new" / "place");
   deep.make_folder("a/b");
   static_cast<void>(deep.create_file("a/c/d/e.jpg"));
-  for (const char* made : {"new", "new/place", "new/place/a", "new/place/a/b", "new/place/a/c",
-                           "new/place/a/c/d"}) {
+  for (const char* made :
+       {"new", "new/place", "new/place/a", "new/place/a/b", "new/place/a/c", "new/place/a/c/d"}) {
     EXPECT_EQ(permissions(root / made), 0777U) << made;
   }
   EXPECT_EQ(permissions(root / "new/place/a/c/d/e.jpg"), 0600U);
@@ -86,7 +86,7 @@ TEST_F(OutputTreeTest, AFileIsOpenForReadingAndWriting) {
 TEST_F(OutputTreeTest, AnExistingLongerFileIsEmptied) {
   make_file(root / "a/b.jpg", std::string(4000, 'x'));
   write_to("a/b.jpg", "short");
-  EXPECT_EQ(text_of(root / "a/b.jpg"), "short");
+  EXPECT_EQ(read_file(root / "a/b.jpg"), "short");
 }
 
 TEST_F(OutputTreeTest, TheDestinationItselfMayBeALink) {
@@ -103,7 +103,7 @@ TEST_F(OutputTreeTest, ADestinationThatIsAPlainFileIsRefused) {
   const OutputTree wrong(root / "file");
   EXPECT_THROW(wrong.make_folder("a"), SavingFailure);
   EXPECT_THROW(static_cast<void>(wrong.create_file("a")), SavingFailure);
-  EXPECT_EQ(text_of(root / "file"), "text");
+  EXPECT_EQ(read_file(root / "file"), "text");
 }
 
 TEST_F(OutputTreeTest, ADestinationThatCannotBeMadeIsRefused) {
@@ -137,7 +137,7 @@ TEST_F(OutputTreeTest, ALinkInPlaceOfTheFileIsRefusedWhetherItsTargetExistsOrNot
   fs::create_symlink(elsewhere.path() / "new", root / "nowhere.jpg");
   expect_refused("there.jpg");
   expect_refused("nowhere.jpg");
-  EXPECT_EQ(text_of(elsewhere.path() / "precious"), "precious");
+  EXPECT_EQ(read_file(elsewhere.path() / "precious"), "precious");
   EXPECT_FALSE(fs::exists(elsewhere.path() / "new"));
 }
 
@@ -145,7 +145,7 @@ TEST_F(OutputTreeTest, AFileWithASecondNameIsRefusedAndKeepsItsContent) {
   make_file(elsewhere.path() / "precious", "precious");
   fs::create_hard_link(elsewhere.path() / "precious", root / "a.jpg");
   expect_refused("a.jpg");
-  EXPECT_EQ(text_of(elsewhere.path() / "precious"), "precious");
+  EXPECT_EQ(read_file(elsewhere.path() / "precious"), "precious");
 }
 
 TEST_F(OutputTreeTest, APipeIsRefusedWithoutWaitingForItsReader) {
@@ -170,19 +170,19 @@ TEST_F(OutputTreeTest, APlainFileInPlaceOfAFolderOnTheWayIsRefused) {
   make_file(root / "a", "text");
   expect_refused("a/b.jpg");
   EXPECT_THROW(tree.make_folder("a/b"), SavingFailure);
-  EXPECT_EQ(text_of(root / "a"), "text");
+  EXPECT_EQ(read_file(root / "a"), "text");
 }
 
 TEST_F(OutputTreeTest, APlainFileInPlaceOfTheLastFolderCountsAsMade) {
   make_file(root / "a/b", "text");
   EXPECT_NO_THROW(tree.make_folder("a/b"));
-  EXPECT_EQ(text_of(root / "a/b"), "text");
+  EXPECT_EQ(read_file(root / "a/b"), "text");
 }
 
 TEST_F(OutputTreeTest, AFolderThatExistsCountsAsMade) {
   make_file(root / "a/b/file", "text");
   EXPECT_NO_THROW(tree.make_folder("a/b"));
-  EXPECT_EQ(text_of(root / "a/b/file"), "text");
+  EXPECT_EQ(read_file(root / "a/b/file"), "text");
 }
 
 TEST_F(OutputTreeTest, APathThatLeavesTheDestinationIsRefused) {

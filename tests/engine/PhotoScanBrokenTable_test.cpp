@@ -11,8 +11,7 @@ namespace {
 SignatureTable cut_off(const std::vector<TypeRow>& rows, std::size_t entries) {
   SignatureTable table = table_of(rows);
   const SignatureTable broken = table_of({gif()});
-  table.insert(table.end(), broken.begin(),
-               broken.begin() + static_cast<std::ptrdiff_t>(entries));
+  table.insert(table.end(), broken.begin(), broken.begin() + static_cast<std::ptrdiff_t>(entries));
   return table;
 }
 
@@ -44,8 +43,7 @@ TEST(PhotoScan, ARecordThatMatchesFirstKeepsTheSearchFromTheBrokenOne) {
   PhotoSearch search("JzJz");
   EXPECT_TRUE(search.run(Pass::general, cut_off({jpeg()}, 4)));
   EXPECT_TRUE(search.recorder.all<MessageBox>().empty());
-  EXPECT_EQ(search.found(),
-            (Found{{"JPG/GND00001.JPG", "0 z 2"}, {"JPG/GND00002.JPG", "2 z z"}}));
+  EXPECT_EQ(search.found(), (Found{{"JPG/GND00001.JPG", "0 z 2"}, {"JPG/GND00002.JPG", "2 z z"}}));
 }
 
 TEST(PhotoScan, AnExceptionLeavesTheFileOpenWithWhatWasWritten) {

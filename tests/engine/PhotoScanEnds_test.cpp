@@ -42,8 +42,7 @@ TEST(PhotoScan, AStopKeepsWhatWasWrittenAndReportsIt) {
     stop_at_first_report(search);
     EXPECT_FALSE(search.run(Pass::general, table_of({jpeg()}), block_sectors));
     // The stop comes while sector 2 is dealt with; it is not written a second time.
-    EXPECT_EQ(search.found(),
-              (Found{{"JPG/GND00001.JPG", "0 1 2"}, {"JPG/GND00002.JPG", "2"}}));
+    EXPECT_EQ(search.found(), (Found{{"JPG/GND00001.JPG", "0 1 2"}, {"JPG/GND00002.JPG", "2"}}));
     EXPECT_EQ(search.reported(),
               (std::vector<std::string>{"JPG/GND00001.JPG", "JPG/GND00002.JPG"}));
     EXPECT_EQ(search.state.for_index, 3U);

@@ -49,8 +49,7 @@ TEST(PhotoScan, FilesThatEndByTheirLimitInAFullGalleryAreCountedAndNotShown) {
   report_earlier(search, 1999);
   std::vector<std::pair<std::uint64_t, std::size_t>> counts;
   search.recorder.on_report = [&](const Report&) {
-    counts.emplace_back(search.recorder.gallery.Shown_Item_Count(),
-                        search.recorder.gallery.size());
+    counts.emplace_back(search.recorder.gallery.Shown_Item_Count(), search.recorder.gallery.size());
   };
   EXPECT_TRUE(search.run(Pass::thorough, table_of({jpeg(u"1024")})));
   EXPECT_EQ(counts, (std::vector<std::pair<std::uint64_t, std::size_t>>{

@@ -22,10 +22,12 @@ TEST(PhotoScan, ALimitInsideASectorIsReachedByThatWholeSector) {
 }
 
 TEST(PhotoScan, AfterASearchInVainTheLimitIsThatOfTheLastRecord) {
-  expect_found({.drawing = "Jaaaaaa", .table = table_of({jpeg(u"1024"), gif(u"512"), png(u"2048")})},
-               {{"JPG/GND00001.JPG", "0 1 2 3"}});
-  expect_found({.drawing = "Jaaaaaa", .table = table_of({jpeg(u"2048"), gif(u"9999"), png(u"512")})},
-               {{"JPG/GND00001.JPG", "0 1"}});
+  expect_found(
+      {.drawing = "Jaaaaaa", .table = table_of({jpeg(u"1024"), gif(u"512"), png(u"2048")})},
+      {{"JPG/GND00001.JPG", "0 1 2 3"}});
+  expect_found(
+      {.drawing = "Jaaaaaa", .table = table_of({jpeg(u"2048"), gif(u"9999"), png(u"512")})},
+      {{"JPG/GND00001.JPG", "0 1"}});
 }
 
 TEST(PhotoScan, ZerosAfterAHeaderKeepTheLimitOfTheRecordThatMatched) {
@@ -49,9 +51,8 @@ TEST(PhotoScan, ZerosAfterASearchInVainKeepTheLimitOfTheLastRecord) {
 }
 
 TEST(PhotoScan, TheLimitIsTheMatchedRecordsAndNotTheFirstOnes) {
-  expect_found(
-      {.drawing = "Pzzzzz", .table = table_of({jpeg(u"512"), png(u"1536"), gif(u"512")})},
-      {{"PNG/GND00001.PNG", "0 z z"}});
+  expect_found({.drawing = "Pzzzzz", .table = table_of({jpeg(u"512"), png(u"1536"), gif(u"512")})},
+               {{"PNG/GND00001.PNG", "0 z z"}});
 }
 
 TEST(PhotoScan, ALimitOfZeroEndsTheFileWithItsFirstSector) {
@@ -106,6 +107,12 @@ TEST(PhotoScan, BytesCountFromTheNewHeaderOn) {
 TEST(PhotoScan, ANewHeaderBringsTheLimitOfItsOwnRecord) {
   expect_found({.drawing = "JzPzz", .table = table_of({jpeg(u"2560"), png(u"1024")})},
                {{"JPG/GND00001.JPG", "0 z 2"}, {"PNG/GND00002.PNG", "2 z"}});
+}
+
+TEST(PhotoScan, AFileAfterAFinishedOneIsEndedByTheNextHeaderAgain) {
+  expect_found(
+      {.drawing = "JzJaJ", .table = table_of({jpeg(u"1024"), png()})},
+      {{"JPG/GND00001.JPG", "0 z"}, {"JPG/GND00002.JPG", "2 3 4"}, {"JPG/GND00003.JPG", "4 4"}});
 }
 
 TEST(PhotoScan, AfterAFileIsLongEnoughItsSectorsBelongToNoFileUntilTheNextHeader) {

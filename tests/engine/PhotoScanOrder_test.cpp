@@ -167,9 +167,9 @@ TEST(PhotoScan, ADeviceThatMayNotBeOpenedGoesBackAScreenAndGuidesToThePermission
 
 TEST(PhotoScan, ADeviceThatCannotBeOpenedOtherwiseGetsTheGenericAlert) {
   for (const int error : {ENOENT, EBUSY, EIO, ENXIO}) {
-    EXPECT_EQ(recorded_when_opening_fails(error),
-              joined(joined(set_up_until_opening(), open_failure_entries(error)),
-                     {GenericAlert{error}}));
+    EXPECT_EQ(
+        recorded_when_opening_fails(error),
+        joined(joined(set_up_until_opening(), open_failure_entries(error)), {GenericAlert{error}}));
   }
 }
 
@@ -184,9 +184,9 @@ struct RangeCase {
 
 TEST(PhotoScan, TheRangeIsTheWholeDriveOrTheTypedOneAndEmptyWhenTheChoicesContradict) {
   const std::vector<RangeCase> cases{
-      {true, false, u"3", u"5", 0, 9},         {false, true, u"3", u"5", 3, 5},
-      {true, true, u"3", u"5", 0, 0},          {false, false, u"3", u"5", 0, 0},
-      {false, true, u" 2nd", u"7th", 2, 7},    {false, true, u"", u"", 0, 0},
+      {true, false, u"3", u"5", 0, 9},      {false, true, u"3", u"5", 3, 5},
+      {true, true, u"3", u"5", 0, 0},       {false, false, u"3", u"5", 0, 0},
+      {false, true, u" 2nd", u"7th", 2, 7}, {false, true, u"", u"", 0, 0},
       {false, true, u"+4", u"4", 4, 4},
   };
   for (const RangeCase& c : cases) {
@@ -203,8 +203,7 @@ TEST(PhotoScan, TheRangeIsTheWholeDriveOrTheTypedOneAndEmptyWhenTheChoicesContra
     EXPECT_EQ(search.state.for_index, c.wanted_end);
     EXPECT_EQ(search.recorder.all<operation::SetProgressLimits>(),
               (std::vector<operation::SetProgressLimits>{
-                  {.minimum = 0,
-                   .maximum = static_cast<double>(c.wanted_end - c.wanted_start)}}));
+                  {.minimum = 0, .maximum = static_cast<double>(c.wanted_end - c.wanted_start)}}));
   }
 }
 

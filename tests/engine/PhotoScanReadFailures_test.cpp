@@ -39,10 +39,9 @@ TEST(PhotoScan, ARangeOfUnreadableSectorsFindsNothing) {
 }
 
 TEST(PhotoScan, AHeaderBeforeAnUnreadableSectorStartsAFileEachTimeItIsDealtWith) {
-  expect_found({.drawing = "aJxaaa", .table = table_of({jpeg()})},
-               {{"JPG/GND00001.JPG", "1 1"},
-                {"JPG/GND00002.JPG", "1 1"},
-                {"JPG/GND00003.JPG", "1 3 4 4"}});
+  expect_found(
+      {.drawing = "aJxaaa", .table = table_of({jpeg()})},
+      {{"JPG/GND00001.JPG", "1 1"}, {"JPG/GND00002.JPG", "1 1"}, {"JPG/GND00003.JPG", "1 3 4 4"}});
 }
 
 TEST(PhotoScan, RepeatedSectorsCountTowardsTheLimit) {
@@ -161,8 +160,7 @@ TEST(PhotoScan, AHeaderInTheBytesThatExistAtTheEndOfADriveStartsAFile) {
   search.medium.bytes = two_and_a_half_sectors({0xFF, 0xD8, 0xFF});
   EXPECT_TRUE(search.run(Pass::general, table_of({jpeg()})));
   EXPECT_EQ(search.reported(), (std::vector<std::string>{"JPG/GND00001.JPG", "JPG/GND00002.JPG"}));
-  EXPECT_EQ(bytes_of(search.pass_path(Pass::general) / "JPG/GND00002.JPG").size(),
-            2 * sector_size);
+  EXPECT_EQ(bytes_of(search.pass_path(Pass::general) / "JPG/GND00002.JPG").size(), 2 * sector_size);
 }
 
 }  // namespace

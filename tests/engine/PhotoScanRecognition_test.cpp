@@ -102,7 +102,9 @@ TEST(PhotoScan, AHeaderMayReachTheLastByteOfItsSectorAndNotFurther) {
   const std::vector<std::uint8_t> six{1, 2, 3, 4, 5, 6};
   expect_found(header_at(u"507", 506, six), from_sector_1);
   Scenario seven = header_at(u"507", 506, six);
-  seven.table[2] = u"010203040506" u"5A";  // and the next sector begins with 5A
+  seven.table[2] =
+      u"010203040506"
+      u"5A";  // and the next sector begins with 5A
   expect_found(seven, nothing);
 }
 
@@ -176,7 +178,8 @@ TEST(PhotoScan, LongRunsOfDullSectorsLoseNothing) {
     EXPECT_TRUE(search.run(Pass::general, table, block_sectors));
     const Found found = search.found();
     ASSERT_EQ(found.size(), 3U);
-    for (const auto& [name, first] : {std::pair{"JPG/GND00001.JPG", 1}, {"JPG/GND00002.JPG", 700},
+    for (const auto& [name, first] : {std::pair{"JPG/GND00001.JPG", 1},
+                                      {"JPG/GND00002.JPG", 700},
                                       {"JPG/GND00003.JPG", 1100}}) {
       std::string wanted = std::to_string(first);
       for (int s = first + 1; s < first + 200; ++s) {

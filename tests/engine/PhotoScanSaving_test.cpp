@@ -42,7 +42,7 @@ TEST(PhotoScan, APassFolderThatCannotBeMadeIsASavingFailureDuringTheSetUp) {
   EXPECT_EQ(search.recorded_from(general_set_up_entries - 1), saving_failure_end);
   EXPECT_EQ(search.medium.opened, 1U);
   EXPECT_EQ(search.medium.block_reads, 0U);
-  EXPECT_EQ(text_of(search.folder.path() / "Norvo Birch Results"), "in the way");
+  EXPECT_EQ(read_file(search.folder.path() / "Norvo Birch Results"), "in the way");
 }
 
 TEST(PhotoScan, APlainFileAtThePassFoldersOwnPathCountsAsMadeUntilAFileIsFound) {
@@ -77,8 +77,7 @@ TEST(PhotoScan, AWriteThatFailsIsASavingFailureAndTheFileIsNotReported) {
   const FileSizeLimit limit(3 * sector_size);
   expect_saving_failure(search, table_of({jpeg()}));
   EXPECT_EQ(search.reported(), (std::vector<std::string>{"JPG/GND00001.JPG"}));
-  EXPECT_EQ(search.found(),
-            (Found{{"JPG/GND00001.JPG", "0 1 2"}, {"JPG/GND00002.JPG", "2 3 4"}}));
+  EXPECT_EQ(search.found(), (Found{{"JPG/GND00001.JPG", "0 1 2"}, {"JPG/GND00002.JPG", "2 3 4"}}));
   EXPECT_EQ(search.recorded_from(general_set_up_entries + 1), saving_failure_end);
 }
 
@@ -88,6 +87,17 @@ TEST(PhotoScan, AWriteThatFailsAtTheNextHeaderIsASavingFailureBeforeTheNextFileI
   expect_saving_failure(search, table_of({jpeg()}));
   EXPECT_EQ(search.found(), (Found{{"JPG/GND00001.JPG", "0 1 2"}}));
   EXPECT_EQ(search.recorded_from(general_set_up_entries), saving_failure_end);
+}
+
+TEST(PhotoScan, AWriteThatFailsBeforeAHeaderKeepsThatHeaderFromClearingTheGallery) {
+  PhotoSearch search("JJaaJ");
+  for (int i = 0; i < 1999; ++i) {
+    search.recorder.gallery.addImageWithPath("/earlier", u"earlier", u"earlier");
+  }
+  const FileSizeLimit limit(2 * sector_size);  // sector 3 has no room in the second file
+  EXPECT_FALSE(search.run(Pass::thorough, table_of({jpeg()})));
+  EXPECT_EQ(search.recorder.gallery.Shown_Item_Count(), 2000U);
+  EXPECT_EQ(search.recorded_from(thorough_set_up_entries + 1), saving_failure_end);
 }
 
 TEST(PhotoScan, AWriteThatFailsWithTheSectorThatReachesTheLimitIsASavingFailure) {
@@ -149,11 +159,11 @@ TEST(PhotoScan, AMissingDestinationIsMade) {
 TEST(PhotoScan, AThoroughPassMakesTheGeneralFolderToo) {
   PhotoSearch search("JP");
   EXPECT_TRUE(search.run(Pass::thorough, table_of({png()})));
-  EXPECT_EQ(entries_below(search.folder.path() / PhotoSearch::search_root),
-            (std::set<std::string>{
-                "General Recovery Results/", "Omitted (recovered by Thorough Scan)/",
-                "Omitted (recovered by Thorough Scan)/PNG/",
-                "Omitted (recovered by Thorough Scan)/PNG/THD00001.PNG"}));
+  EXPECT_EQ(
+      entries_below(search.folder.path() / PhotoSearch::search_root),
+      (std::set<std::string>{"General Recovery Results/", "Omitted (recovered by Thorough Scan)/",
+                             "Omitted (recovered by Thorough Scan)/PNG/",
+                             "Omitted (recovered by Thorough Scan)/PNG/THD00001.PNG"}));
 }
 
 TEST(PhotoScan, AGeneralPassThatFindsNothingLeavesItsEmptyFolder) {

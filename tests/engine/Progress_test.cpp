@@ -41,12 +41,12 @@ TEST(TimerTick, ShowsSectorLabelModeLabelAndProgressInThisOrder) {
   Recorder recorder;
   state.Curr_Running_Mode_Info.set(u"( the mode )");
   timerTickSetLabel(set_range(state, 1000, 3000, 1500), recorder);
-  EXPECT_EQ(recorder.recorded(),
-            (std::vector<Recorded>{
-                ScanOperation(
-                    operation::SetSectorLabel{u"Sectors 1500 of 3000   ( Completed 25% )"}),
-                ScanOperation(operation::SetModeLabel{u"( the mode )"}),
-                ScanOperation(operation::SetProgressValue{500})}));
+  EXPECT_EQ(
+      recorder.recorded(),
+      (std::vector<Recorded>{
+          ScanOperation(operation::SetSectorLabel{u"Sectors 1500 of 3000   ( Completed 25% )"}),
+          ScanOperation(operation::SetModeLabel{u"( the mode )"}),
+          ScanOperation(operation::SetProgressValue{500})}));
 }
 
 TEST(TimerTick, ShowsOneHundredPercentAtTheEnd) {
@@ -79,9 +79,8 @@ TEST(ShowSectorLabel, SaysNothingForAnEmptyRange) {
   show_sector_label(set_range(state, 5, 5, 5), recorder);
   EXPECT_TRUE(recorder.recorded().empty());
   show_sector_label(set_range(state, 5, 7, 5), recorder);
-  EXPECT_EQ(recorder.recorded(),
-            (std::vector<Recorded>{
-                ScanOperation(operation::SetSectorLabel{u"Sectors 5 of 7   ( Completed 0% )"})}));
+  EXPECT_EQ(recorder.recorded(), (std::vector<Recorded>{ScanOperation(operation::SetSectorLabel{
+                                     u"Sectors 5 of 7   ( Completed 0% )"})}));
 }
 
 }  // namespace

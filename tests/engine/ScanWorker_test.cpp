@@ -1,4 +1,6 @@
 // What a photo search makes of its passes, and its threads.
+#include "engine/ScanWorker.h"
+
 #include <gtest/gtest.h>
 
 #include <atomic>
@@ -8,7 +10,6 @@
 #include <thread>
 
 #include "PhotoSearch.h"
-#include "engine/ScanWorker.h"
 #include "support/FileTree.h"
 
 namespace norvo::test {

@@ -42,8 +42,9 @@ std::string items(const Card& card, SectorReader& reader, std::uint64_t start, s
   return names;
 }
 
-void expect_items(const std::string& drawing, std::uint64_t count, const std::string& wanted,
-                  void (*change)(FakeMedium& medium) = [](FakeMedium&) {}) {
+void expect_items(
+    const std::string& drawing, std::uint64_t count, const std::string& wanted,
+    void (*change)(FakeMedium& medium) = [](FakeMedium&) {}) {
   for (const std::size_t block_sectors : block_sizes) {
     for (const bool whole : {false, true}) {
       Drive drive(drawing);
@@ -55,7 +56,9 @@ void expect_items(const std::string& drawing, std::uint64_t count, const std::st
   }
 }
 
-TEST(SectorReader, HandsOutTheSectorsInTheirOrder) { expect_items("aJzaa", 5, "0 1 z 3 4"); }
+TEST(SectorReader, HandsOutTheSectorsInTheirOrder) {
+  expect_items("aJzaa", 5, "0 1 z 3 4");
+}
 
 TEST(SectorReader, StartsWhereItWasPositioned) {
   for (const std::size_t block_sectors : block_sizes) {
@@ -101,7 +104,9 @@ TEST(SectorReader, TheBufferHoldsZerosUntilTheFirstSectorIsRead) {
   expect_items("xxa", 4, "z z z 2");
 }
 
-TEST(SectorReader, AnUnreadableLastSectorRepeatsTheOneBefore) { expect_items("aax", 3, "0 1 1"); }
+TEST(SectorReader, AnUnreadableLastSectorRepeatsTheOneBefore) {
+  expect_items("aax", 3, "0 1 1");
+}
 
 TEST(SectorReader, BehindTheEndOfTheDriveItsLastSectorIsRepeated) {
   expect_items("aaa", 6, "0 1 2 2 2 2");
@@ -227,7 +232,8 @@ TEST(SectorReader, ASlowDriveIsAskedAheadForWhatIsReadNext) {
   const SignatureTable table = table_of({jpeg()});
   const HeaderMatcher matcher(table, EmptyHeader::matches_gate_byte);
   SectorReader reader(device, matcher, 8);
-  for (std::uint64_t index = 0; index < 32; index += 8) static_cast<void>(reader.read(index, 32 - index));
+  for (std::uint64_t index = 0; index < 32; index += 8)
+    static_cast<void>(reader.read(index, 32 - index));
   EXPECT_EQ(device.hints.size(), 3U);  // for all blocks but the first
   for (const SlowDevice::Hint& hint : device.hints) EXPECT_GT(hint.length, 0U);
 }

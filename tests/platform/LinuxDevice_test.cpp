@@ -57,7 +57,9 @@ std::string read_with(Device& device, std::uint64_t offset, std::size_t length, 
   return text;
 }
 
-OpenedDevice open_device_at(const fs::path& path) { return make_system_device_opener()->open(path); }
+OpenedDevice open_device_at(const fs::path& path) {
+  return make_system_device_opener()->open(path);
+}
 
 class LinuxDeviceTest : public testing::TestWithParam<const char*> {};
 
@@ -150,7 +152,9 @@ TEST(LinuxDevice, APipeIsRefusedWithoutWaitingForItsWriter) {
   expect_open_error(folder.path() / "pipe", ENOTBLK);
 }
 
-TEST(LinuxDevice, ACharacterDeviceIsRefused) { expect_open_error("/dev/null", ENOTBLK); }
+TEST(LinuxDevice, ACharacterDeviceIsRefused) {
+  expect_open_error("/dev/null", ENOTBLK);
+}
 
 TEST(LinuxDevice, WhatMayNotBeReadIsRefusedWithEacces) {
   const TemporaryFolder folder;

@@ -27,7 +27,8 @@ TEST(Gallery, IsEmptyAtFirst) {
 TEST(Gallery, KeepsPathNameAndIdentifierOfAnItemAtItsEnd) {
   Gallery gallery;
   add(gallery);
-  EXPECT_TRUE(gallery.addImageWithPath("/found/b.png", u"GND00002.png", u"GND00012.png").item_added);
+  EXPECT_TRUE(
+      gallery.addImageWithPath("/found/b.png", u"GND00002.png", u"GND00012.png").item_added);
   ASSERT_EQ(gallery.size(), 2U);
   EXPECT_EQ(gallery.item(1), (MyImageObject{.path = "/found/b.png",
                                             .image_Name = u"GND00002.png",

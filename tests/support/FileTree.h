@@ -3,30 +3,24 @@
 
 #include <cstddef>
 #include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <set>
 #include <string>
 #include <vector>
 
+#include "support/FileContent.h"
+
 namespace norvo::test {
 
 inline std::vector<std::byte> bytes_of(const std::filesystem::path& path) {
-  std::ifstream file(path, std::ios::binary);
-  const std::string content{std::istreambuf_iterator<char>(file), {}};
   std::vector<std::byte> bytes;
-  for (const char c : content) bytes.push_back(static_cast<std::byte>(c));
+  for (const char c : read_file(path)) bytes.push_back(static_cast<std::byte>(c));
   return bytes;
 }
 
-inline std::string text_of(const std::filesystem::path& path) {
-  std::ifstream file(path, std::ios::binary);
-  return {std::istreambuf_iterator<char>(file), {}};
-}
-
+// With its folders.
 inline void make_file(const std::filesystem::path& path, const std::string& content) {
   std::filesystem::create_directories(path.parent_path());
-  std::ofstream(path, std::ios::binary) << content;
+  write_file(path, content);
 }
 
 // Everything below `root`, relative to it; folders end in a slash. Links are not followed.

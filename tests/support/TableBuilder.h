@@ -42,8 +42,14 @@ inline SignatureTable table_of(const std::vector<TypeRow>& rows) {
 inline constexpr const char16_t* no_limit = u"1000000000";
 
 // The headers that a Card draws as J, P and G.
-inline TypeRow jpeg(const Text& maximum = no_limit) { return {u"JPG", maximum, u"FFD8FF"}; }
-inline TypeRow png(const Text& maximum = no_limit) { return {u"PNG", maximum, u"89504E47"}; }
-inline TypeRow gif(const Text& maximum = no_limit) { return {u"GIF", maximum, u"47494638"}; }
+inline TypeRow jpeg(const Text& maximum = no_limit) {
+  return {u"JPG", maximum, u"FFD8FF"};
+}
+inline TypeRow png(const Text& maximum = no_limit) {
+  return {u"PNG", maximum, u"89504E47"};
+}
+inline TypeRow gif(const Text& maximum = no_limit) {
+  return {u"GIF", maximum, u"47494638"};
+}
 
 }  // namespace norvo::test
