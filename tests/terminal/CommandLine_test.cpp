@@ -166,7 +166,7 @@ TEST(CommandLine, OtherActionsNeedNoDevice) {
   EXPECT_EQ(parsed({"--version"}).action, CommandLine::Action::version);
   const CommandLine check = parsed({"--check-signatures", "/sig"});
   EXPECT_EQ(check.action, CommandLine::Action::check_signatures);
-  EXPECT_EQ(check.signatures, "/sig");
+  EXPECT_EQ(check.checked_signatures, "/sig");
 }
 
 TEST(CommandLine, TheHelpNamesEveryOptionAndExitStatus) {

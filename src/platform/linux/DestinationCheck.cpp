@@ -30,7 +30,8 @@ bool is_on(const fs::path& folder, const std::string& device, int depth) {
   }
   std::error_code error;
   for (const fs::directory_entry& slave : fs::directory_iterator(folder / "slaves", error)) {
-    if (is_on(fs::canonical(slave.path(), error), device, depth - 1)) return true;
+    const fs::path below = fs::canonical(slave.path(), error);
+    if (!error && is_on(below, device, depth - 1)) return true;
   }
   return false;
 }

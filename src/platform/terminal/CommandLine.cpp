@@ -22,7 +22,7 @@ struct Option {
 std::optional<std::string> set_mode(CommandLine& line, std::string_view value) {
   constexpr std::array<std::string_view, 4> modes{"photo", "video", "raw", "audio"};
   const auto* const found = std::find(modes.begin(), modes.end(), value);
-  if (found == modes.end()) return "--mode takes photo, video, raw or audio.";
+  if (found == modes.end()) return "it takes photo, video, raw or audio.";
   line.Recovery_MODE = static_cast<std::int32_t>(found - modes.begin());
   return std::nullopt;
 }
@@ -30,7 +30,7 @@ std::optional<std::string> set_mode(CommandLine& line, std::string_view value) {
 std::optional<std::string> set_edition(CommandLine& line, std::string_view value) {
   const std::optional<Text> name = text_from_utf8(value);
   if (!name || name->find_first_of(Text(u"/\0", 2)) != Text::npos) {
-    return "--edition takes the name of a bundle, in UTF-8 and without a slash.";
+    return "it takes the name of a bundle, in UTF-8 and without a slash.";
   }
   line.edition = *name;
   return std::nullopt;
@@ -38,7 +38,7 @@ std::optional<std::string> set_edition(CommandLine& line, std::string_view value
 
 template <auto Member>
 std::optional<std::string> set_path(CommandLine& line, std::string_view value) {
-  if (value.empty()) return "an empty path";
+  if (value.empty()) return "the path is empty.";
   line.*Member = std::filesystem::path(value);
   return std::nullopt;
 }
@@ -57,7 +57,7 @@ std::optional<std::string> set_value(CommandLine& line, std::string_view /*value
 
 std::optional<std::string> set_check(CommandLine& line, std::string_view value) {
   line.action = CommandLine::Action::check_signatures;
-  return set_path<&CommandLine::signatures>(line, value);
+  return set_path<&CommandLine::checked_signatures>(line, value);
 }
 
 std::optional<std::string> set_types(CommandLine& line, std::string_view value) {

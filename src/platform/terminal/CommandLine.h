@@ -25,6 +25,7 @@ struct CommandLine {
   bool thorough = true;
   std::optional<std::vector<Text>> types;  // the extensions to tick; all without it
   std::filesystem::path signatures;  // empty: the edition's shipped files
+  std::filesystem::path checked_signatures;  // the folder of --check-signatures
   bool json = false;
   bool quiet = false;
 };

@@ -174,7 +174,7 @@ int norvo_recover(std::span<const char* const> arguments, const NorvoRecoverSett
       return 0;
     case CommandLine::Action::list_types: return list_types(line, setting);
     case CommandLine::Action::check_signatures:
-      return report_signature_faults(line.signatures, setting.out, setting.err);
+      return report_signature_faults(line.checked_signatures, setting.out, setting.err);
     case CommandLine::Action::search: return search(line, setting);
   }
   return wrong_usage;
