@@ -37,7 +37,9 @@ void ScanPass::start_reading() {
   ScanState& state = context_.state;
   reader_.emplace(*state.pFile_Disk, matcher_, block_sectors_);
   if (state.start_sector != 0) reader_->position_at(state.start_sector);
-  if (context_.read_with_helper) reader_->read_with_helper(state.end_sector);
+  if (context_.read_with_helper && !table_.empty()) {
+    reader_->read_with_helper(state.end_sector);
+  }
   show_sector_label(state, context_.operations);
   Fol_Cnt_Array_.clear();
   Fol_Cnt_Array_.add_types(table_);

@@ -1,8 +1,8 @@
 #include "results/FoundFilesTable.h"
 
 #include <algorithm>
-#include <cassert>
 
+#include "results/Paths.h"
 #include "util/Numbers.h"
 
 namespace norvo {
@@ -10,12 +10,6 @@ namespace {
 
 std::uint64_t count_of(const FoundFilesRow& row) {
   return static_cast<std::uint64_t>(integer64_value(row.NoOfFile));
-}
-
-// A path that is no UTF-8 has no white space that a text would show; it stays as it is.
-std::filesystem::path trimmed_path(const std::filesystem::path& path) {
-  const std::optional<Text> text = text_from_utf8(path.native());
-  return text ? std::filesystem::path(utf8_from_text(Trim_Str(*text))) : path;
 }
 
 }  // namespace
@@ -68,16 +62,7 @@ std::size_t FoundFilesTable::size() const {
 
 FoundFilesRow FoundFilesTable::row(std::size_t index) const {
   const std::lock_guard lock(mutex_);
-  assert(index < rows_.size());
-  return rows_[index];
-}
-
-Text extension_of(const std::filesystem::path& path) {
-  const Text trimmed = Trim_Str(text_from_utf8_lossy(path.native()));
-  const std::size_t slash = trimmed.rfind(u'/');
-  const TextView name = TextView(trimmed).substr(slash == Text::npos ? 0 : slash + 1);
-  const std::size_t stop = name.rfind(u'.');
-  return stop == TextView::npos ? Text() : Text(name.substr(stop + 1));
+  return index < rows_.size() ? rows_[index] : FoundFilesRow{};
 }
 
 }  // namespace norvo

@@ -11,6 +11,7 @@
 #include <optional>
 #include <vector>
 
+#include "results/Paths.h"
 #include "util/Text.h"
 
 namespace norvo {
@@ -45,15 +46,12 @@ class FoundFilesTable {
 
   std::size_t size() const;
 
-  // The row at `index`. An index beyond the last row is a programming error.
+  // The row at `index`, or an empty one when there is none (any more).
   FoundFilesRow row(std::size_t index) const;
 
  private:
   mutable std::mutex mutex_;
   std::vector<FoundFilesRow> rows_;
 };
-
-// What follows the last full stop of the path's last component; empty without one.
-Text extension_of(const std::filesystem::path& path);
 
 }  // namespace norvo

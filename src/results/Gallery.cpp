@@ -1,5 +1,7 @@
 #include "results/Gallery.h"
 
+#include "results/Paths.h"
+
 namespace norvo {
 namespace {
 
@@ -26,9 +28,10 @@ ItemReport Gallery::add(const std::filesystem::path& path, TextView imageName, T
     return {};
   }
   if (shown_item_count_ >= item_limit) return {};
-  if (Trim_Str(text_from_utf8_lossy(path.native())).empty()) return {};
+  const std::filesystem::path trimmed = trimmed_path(path);
+  if (trimmed.empty()) return {};
   images_.push_back(
-      {.path = path, .image_Name = Text(imageName), .image_UID = Text(image_UID)});
+      {.path = trimmed, .image_Name = Text(imageName), .image_UID = Text(image_UID)});
   ++shown_item_count_;
   return {.item_added = true, .scroll_to_last = shown_item_count_ % items_per_scroll == 0};
 }

@@ -52,8 +52,7 @@ void FileTypeCheckList::Select_Unselect_Check(bool select_all) {
 }
 
 void FileTypeCheckList::set_State(std::size_t row, bool State) {
-  assert(row < rows_.size());
-  rows_[row].State = State;
+  if (row < rows_.size()) rows_[row].State = State;
 }
 
 bool FileTypeCheckList::Check_For_One_Extension_Selection() const {

@@ -49,7 +49,7 @@ class FileTypeCheckList {
   // Ticks all rows, or none.
   void Select_Unselect_Check(bool select_all);
 
-  // Ticks one row or not. An index beyond the last row is a programming error.
+  // Ticks one row or not. An index beyond the last row changes nothing.
   void set_State(std::size_t row, bool State);
 
   // Whether at least one row is ticked.

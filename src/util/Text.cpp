@@ -130,6 +130,21 @@ bool is_white_space(char16_t c) {
          c == 0x202F || c == 0x205F || c == 0x3000;
 }
 
+Text displayable(TextView text) {
+  Text shown(text);
+  std::replace_if(
+      shown.begin(), shown.end(),
+      [](char16_t c) {
+        const bool control = c < 0x20 || (c >= 0x7F && c < 0xA0);
+        const bool line_break = c == 0x2028 || c == 0x2029;
+        const bool direction = c == 0x061C || c == 0x200E || c == 0x200F ||
+                               (c >= 0x202A && c <= 0x202E) || (c >= 0x2066 && c <= 0x2069);
+        return control || line_break || direction;
+      },
+      static_cast<char16_t>(replacement_character));
+  return shown;
+}
+
 std::optional<Text> text_from_utf8(std::string_view bytes) {
   Text text;
   text.reserve(bytes.size());

@@ -45,6 +45,10 @@ Text Read_Str_Upto_Index(TextView text, std::int32_t i);
 // the other Unicode space separators.
 bool is_white_space(char16_t c);
 
+// `text` with U+FFFD in place of control characters and of those that change the direction of text:
+// what comes from strangers must not steer a terminal or disguise a name.
+Text displayable(TextView text);
+
 // Strict conversion: nullopt when `bytes` is not valid UTF-8 (overlong forms, surrogates, values
 // above U+10FFFF and truncated sequences included). A byte-order mark is an ordinary character.
 std::optional<Text> text_from_utf8(std::string_view bytes);

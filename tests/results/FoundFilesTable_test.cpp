@@ -155,5 +155,11 @@ TEST(ExtensionOf, IsWhatFollowsTheLastFullStopOfTheLastComponent) {
   for (const auto& [path, extension] : cases) EXPECT_EQ(extension_of(path), extension) << path;
 }
 
+TEST(FoundFilesTable, ARowThatIsNotThereIsEmpty) {
+  FoundFilesTable table;
+  table.createSignatureListTableRecord(u"MOV", 0, u"", {}, u"MOV");
+  EXPECT_EQ(table.row(1), FoundFilesRow{});
+}
+
 }  // namespace
 }  // namespace norvo::test

@@ -208,5 +208,12 @@ TEST(FileWindow, AFullListCountsEvenAPathOfBlanks) {
   EXPECT_EQ(gallery.Shown_Item_Count(), 2001U);
 }
 
+TEST(Gallery, AnItemKeepsItsPathWithoutWhiteSpaceAtTheEnds) {
+  Gallery gallery;
+  gallery.addImageWithPath(" /d/GND00001.JPG\n", u"GND00001.JPG", u"GND00001.JPG");
+  ASSERT_EQ(gallery.size(), 1U);
+  EXPECT_EQ(gallery.item(0)->path, "/d/GND00001.JPG");
+}
+
 }  // namespace
 }  // namespace norvo::test

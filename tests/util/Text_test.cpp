@@ -193,5 +193,11 @@ TEST(Decimal, HasNoLeadingZeros) {
   EXPECT_EQ(decimal(std::numeric_limits<std::uint64_t>::max()), u"18446744073709551615");
 }
 
+TEST(Text, WhatIsDisplayedHoldsNoControlAndNoDirectionCharacters) {
+  EXPECT_EQ(displayable(u"a\x1B[2Jb\u202Ec\u2066d\u061Ce\u2028f\u0085g"),
+            u"a\uFFFD[2Jb\uFFFDc\uFFFDd\uFFFDe\uFFFDf\uFFFDg");
+  EXPECT_EQ(displayable(u"\u00DCber \u5199\u771F.JPG"), u"\u00DCber \u5199\u771F.JPG");
+}
+
 }  // namespace
 }  // namespace norvo

@@ -6,6 +6,8 @@
 #include <sstream>
 #include <tuple>
 
+#include "util/Text.h"
+
 namespace norvo {
 namespace {
 
@@ -41,7 +43,8 @@ std::string FoundTable::text() const {
   write_row(out, "Search", "Type", "Files", "Size");
   std::uint64_t bytes = 0;
   for (const Row& row : rows) {
-    write_row(out, row.pass == Pass::general ? "General" : "Thorough", row.type,
+    write_row(out, row.pass == Pass::general ? "General" : "Thorough",
+              utf8_from_text(displayable(text_from_utf8_lossy(row.type))),
               std::to_string(row.files), readable_size(row.bytes));
     bytes += row.bytes;
   }

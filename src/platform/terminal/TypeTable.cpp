@@ -5,17 +5,8 @@
 namespace norvo {
 namespace {
 
-// Signature files can come from strangers, and a terminal obeys what it is shown.
-std::string printable(Text text) {
-  std::replace_if(
-      text.begin(), text.end(),
-      [](char16_t c) { return c < 0x20 || (c >= 0x7F && c < 0xA0) || (c >= 0x202A && c <= 0x202E); },
-      u'\uFFFD');
-  return utf8_from_text(text);
-}
-
 std::string column(const Text& text, std::size_t width) {
-  return printable(text) + std::string(text.size() < width ? width - text.size() : 0, ' ');
+  return utf8_from_text(displayable(text)) + std::string(text.size() < width ? width - text.size() : 0, ' ');
 }
 
 }  // namespace
@@ -26,7 +17,7 @@ std::string type_table(const FileTypeCheckList& list) {
   std::string table = column(u"Extension", width) + "  Thoro  Description\n";
   for (const FileTypeEntry& row : list.rows()) {
     table += column(row.Extension, width) + "  " + column(row.Thoro, 5) + "  " +
-             printable(row.Description) + "\n";
+             utf8_from_text(displayable(row.Description)) + "\n";
   }
   return table;
 }
