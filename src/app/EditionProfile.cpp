@@ -75,15 +75,22 @@ SignatureFileNames file_names(const Edition& edition) {
 
 bool EditionProfile::has_search_type(std::int32_t Recovery_MODE) const {
   switch (Recovery_MODE) {
-    case 0: return !signature_files.photo_dll.empty();
-    case 1: return names_a_signature_file(signature_files.video_dll);
-    case 2: return names_a_signature_file(signature_files.raw_dll);
-    case 3: return names_a_signature_file(signature_files.audio_dll);
-    default: return false;
+    case 0:
+      return !signature_files.photo_dll.empty();
+    case 1:
+      return names_a_signature_file(signature_files.video_dll);
+    case 2:
+      return names_a_signature_file(signature_files.raw_dll);
+    case 3:
+      return names_a_signature_file(signature_files.audio_dll);
+    default:
+      return false;
   }
 }
 
-bool EditionProfile::hides_search_types() const { return Find_Str(App_Name, u"Rowan"); }
+bool EditionProfile::hides_search_types() const {
+  return Find_Str(App_Name, u"Rowan");
+}
 
 Text EditionProfile::raw_file_choice_title() const {
   return Find_Str(App_Name, u"Cedar") ? u"Recover Raw Files" : u"";

@@ -11,9 +11,9 @@
 namespace norvo {
 
 struct EditionProfile {
-  Text App_Name;         // the bundle name, unaltered
-  Text Rec_Folder_Name;  // App_Name and " Results"
-  Text APP_LONG_NAME;    // window titles and mail subjects; empty without an edition
+  Text App_Name;               // the bundle name, unaltered
+  Text Rec_Folder_Name;        // App_Name and " Results"
+  Text APP_LONG_NAME;          // window titles and mail subjects; empty without an edition
   bool USE_HARD_DISK = false;  // fixed disks are offered besides removable media
   SignatureFileNames signature_files;
   Text support_address;

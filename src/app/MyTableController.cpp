@@ -26,7 +26,9 @@ MyTableController::~MyTableController() {
   App_DefaultInstance = nullptr;
 }
 
-MyTableController* MyTableController::defaultInstance() { return App_DefaultInstance; }
+MyTableController* MyTableController::defaultInstance() {
+  return App_DefaultInstance;
+}
 
 void MyTableController::load_signature_tables(const std::filesystem::path& resource_folder) {
   tables_.load(resource_folder, profile_.signature_files);
@@ -60,13 +62,17 @@ void MyTableController::hand_over_selection() {
   }
 }
 
-void MyTableController::wait_for_worker() { worker_.wait(); }
+void MyTableController::wait_for_worker() {
+  worker_.wait();
+}
 
 void MyTableController::Final_or_Stop_Screen() {
   norvo::Final_or_Stop_Screen(request_, state_, operations_);
 }
 
-void MyTableController::stop_usb_disk(AlertPanel& panel) { norvo::stop_usb_disk(panel, state_); }
+void MyTableController::stop_usb_disk(AlertPanel& panel) {
+  norvo::stop_usb_disk(panel, state_);
+}
 
 void MyTableController::addImageWithPath(const std::filesystem::path& path, TextView imageName,
                                          TextView image_UID) {

@@ -16,9 +16,12 @@ BlockPipeline::BlockPipeline(Device& device, const HeaderMatcher& matcher,
               {SectorBlock(block_sectors)},
               {SectorBlock(block_sectors)}}},
       spare_(block_sectors),
-      helper_([this] { help(); }) {}
+      helper_([this] { help(); }) {
+}
 
-BlockPipeline::~BlockPipeline() { stop(); }
+BlockPipeline::~BlockPipeline() {
+  stop();
+}
 
 void BlockPipeline::stop() {
   {
@@ -95,8 +98,7 @@ bool BlockPipeline::can_claim() const {
 }
 
 std::size_t BlockPipeline::sectors_of(std::uint64_t number) const {
-  return static_cast<std::size_t>(
-      std::min<std::uint64_t>(block_sectors_, end_ - first_of(number)));
+  return static_cast<std::size_t>(std::min<std::uint64_t>(block_sectors_, end_ - first_of(number)));
 }
 
 void BlockPipeline::fill_next(std::unique_lock<std::mutex>& lock) {

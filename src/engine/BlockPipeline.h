@@ -71,8 +71,8 @@ class BlockPipeline {
   std::mutex mutex_;  // guards what follows; a slot's block belongs to whoever fills or took it
   std::condition_variable changed_;
   std::array<Slot, slots> slots_;
-  std::uint64_t claimed_ = 0;  // blocks whose filling has begun
-  std::uint64_t taken_ = 0;    // blocks handed out
+  std::uint64_t claimed_ = 0;   // blocks whose filling has begun
+  std::uint64_t taken_ = 0;     // blocks handed out
   Slot* taken_slot_ = nullptr;  // the one whose block was handed out last
   std::chrono::nanoseconds last_fill_{0};
   bool ending_ = false;

@@ -30,6 +30,7 @@ bool DescriptorDevice::can_position(std::uint64_t offset) {
   return is_file_offset(offset) && lseek(fd(), static_cast<off_t>(offset), SEEK_SET) >= 0;
 }
 
-void DescriptorDevice::will_need(std::uint64_t /*offset*/, std::size_t /*length*/) {}
+void DescriptorDevice::will_need(std::uint64_t /*offset*/, std::size_t /*length*/) {
+}
 
 }  // namespace norvo

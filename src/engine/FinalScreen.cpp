@@ -22,8 +22,8 @@ void run_steps(const ScanRequest& request, ScanState& state, ScanOperations& ope
       u"\nTo select another disk for recovery, click on \u2018Back\u2019 Button."});
   state.pFile_Disk.reset();
   state.pFile_op.abandon();
-  for (const Control control : {Control::Mode_label, Control::Progress_Horz, Control::sector_label,
-                                Control::stop_scan}) {
+  for (const Control control :
+       {Control::Mode_label, Control::Progress_Horz, Control::sector_label, Control::stop_scan}) {
     show(operations, control, false);
   }
   if (operations.run_SaveFile_Info_Window() == 1) operations.close_SaveFile_Info_Window();

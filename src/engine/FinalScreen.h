@@ -10,8 +10,7 @@ namespace norvo {
 
 // Ends a scan that still runs, closes the streams as a safety net, says where the files are, and
 // leaves the screen as it stays until the person goes back. Safe to run twice for one search.
-void Final_or_Stop_Screen(const ScanRequest& request, ScanState& state,
-                          ScanOperations& operations);
+void Final_or_Stop_Screen(const ScanRequest& request, ScanState& state, ScanOperations& operations);
 
 // The Stop button: asks, and on Yes requests the stop, which the pass sees before its next sector.
 void stop_usb_disk(AlertPanel& panel, ScanState& state);

@@ -111,9 +111,8 @@ std::vector<HeaderMatcher::CompiledRecord> HeaderMatcher::compile(const Signatur
     const bool numeric = !record.narrow_search && source.position_rule() != start_rule;
     const std::int64_t position = numeric ? std::int64_t{source.position()} - 1 : 0;
     const std::int32_t gate = source.gate_byte();
-    const bool reachable =
-        position >= 0 && (!numeric || position < numeric_position_limit) &&
-        static_cast<std::size_t>(position) + record.header.size() <= sector_size;
+    const bool reachable = position >= 0 && (!numeric || position < numeric_position_limit) &&
+                           static_cast<std::size_t>(position) + record.header.size() <= sector_size;
     if (!reachable || gate < 0 || gate > 255) continue;
     record.position = static_cast<std::size_t>(position);
     record.gate = static_cast<std::byte>(gate);

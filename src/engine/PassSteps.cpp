@@ -21,7 +21,9 @@ void record_outcome(const ScanContext& context, SearchOutcome outcome) {
   if (outcome > context.state.outcome) context.state.outcome = outcome;
 }
 
-void close_device(const ScanContext& context) { context.state.pFile_Disk.reset(); }
+void close_device(const ScanContext& context) {
+  context.state.pFile_Disk.reset();
+}
 
 void settle_range(const ScanContext& context) {
   const ScanRequest& request = context.request;
@@ -37,8 +39,8 @@ void settle_range(const ScanContext& context) {
   state.start_sector = start;
   state.end_sector = end;
   state.total_sector = end - start;
-  context.operations.perform(operation::SetProgressLimits{
-      .minimum = 0, .maximum = static_cast<double>(end - start)});
+  context.operations.perform(
+      operation::SetProgressLimits{.minimum = 0, .maximum = static_cast<double>(end - start)});
 }
 
 int open_device(const ScanContext& context) {

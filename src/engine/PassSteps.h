@@ -22,7 +22,8 @@ struct ScanContext {
   ScanResults& results;
   ScanOperations& operations;
   ProgressTimer& timer;
-  // Whether a second thread helps reading. The device must then allow read_block() from two threads.
+  // Whether a second thread helps reading. The device must then allow read_block() from two
+  // threads.
   bool read_with_helper = false;
 };
 

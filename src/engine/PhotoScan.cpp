@@ -36,7 +36,9 @@ bool PhotoScan::Photo_Recovey_Mode() {
   }
 }
 
-bool PhotoScan::run_pass() { return prepare() && scan_range(); }
+bool PhotoScan::run_pass() {
+  return prepare() && scan_range();
+}
 
 bool PhotoScan::prepare() {
   ScanOperations& operations = context_.operations;
@@ -51,11 +53,11 @@ bool PhotoScan::prepare() {
   state.for_index = state.start_sector.load();
   show_sector_label(state, operations);
   if (const int error = open_device(context_); error != 0) {
-    end_with_open_failure(
-        context_, error,
-        {.screens = {{{operation::Screen::screen_2, false}, {operation::Screen::screen_3_Photo, true}}},
-         .open_folder = operation::Control::open_folder,
-         .resets_shown_items = true});
+    end_with_open_failure(context_, error,
+                          {.screens = {{{operation::Screen::screen_2, false},
+                                        {operation::Screen::screen_3_Photo, true}}},
+                           .open_folder = operation::Control::open_folder,
+                           .resets_shown_items = true});
     return false;
   }
   disable_settings(context_);

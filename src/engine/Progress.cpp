@@ -21,8 +21,7 @@ void timerTickSetLabel(const ScanState& state, ScanOperations& operations) {
   if (state.total_sector == 0 || index > state.end_sector) return;
   show_sector_label(state, operations);
   operations.perform(operation::SetModeLabel{state.Curr_Running_Mode_Info.get()});
-  operations.perform(
-      operation::SetProgressValue{static_cast<double>(index - state.start_sector)});
+  operations.perform(operation::SetProgressValue{static_cast<double>(index - state.start_sector)});
 }
 
 }  // namespace norvo

@@ -7,7 +7,9 @@
 
 namespace norvo {
 
-ProgressTimer::~ProgressTimer() { finish(); }
+ProgressTimer::~ProgressTimer() {
+  finish();
+}
 
 void ProgressTimer::start(std::function<void()> tick) {
   finish();

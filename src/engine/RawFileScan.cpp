@@ -29,7 +29,8 @@ std::uint64_t maximum_of(const CarvedFile& file) {
 RawFileScan::RawFileScan(const ScanContext& context, Pass pass, const SignatureTable& table,
                          std::size_t block_sectors)
     : ScanPass(context, pass, table, EmptyHeader::matches_nothing, block_sectors),
-      companions_(whole_records(table)) {}
+      companions_(whole_records(table)) {
+}
 
 bool RawFileScan::Raw_File_Recovey_Mode() {
   try {
@@ -42,7 +43,9 @@ bool RawFileScan::Raw_File_Recovey_Mode() {
   }
 }
 
-bool RawFileScan::run_pass() { return prepare() && scan_range(); }
+bool RawFileScan::run_pass() {
+  return prepare() && scan_range();
+}
 
 bool RawFileScan::prepare() {
   ScanOperations& operations = context_.operations;
@@ -85,8 +88,7 @@ std::size_t RawFileScan::scan_dull(const Items& items, std::size_t from, std::si
     return items.find_candidate(from, to) - from;
   }
   const std::uint64_t before_limit = sectors_to_first_limit() - 1;
-  const auto limited =
-      static_cast<std::size_t>(std::min<std::uint64_t>(to - from, before_limit));
+  const auto limited = static_cast<std::size_t>(std::min<std::uint64_t>(to - from, before_limit));
   const std::size_t dull = items.find_candidate(from, from + limited) - from;
   if (dull == 0) return 0;
   for (const CarvedFile& file : context_.state.MultiHeader_Array) {

@@ -23,17 +23,31 @@ struct BeginPass {
   Text label;
   bool operator==(const BeginPass&) const = default;
 };
-struct SetModeLabel { Text text; bool operator==(const SetModeLabel&) const = default; };
-struct SetSectorLabel { Text text; bool operator==(const SetSectorLabel&) const = default; };
-struct SetHelpText { Text text; bool operator==(const SetHelpText&) const = default; };
+struct SetModeLabel {
+  Text text;
+  bool operator==(const SetModeLabel&) const = default;
+};
+struct SetSectorLabel {
+  Text text;
+  bool operator==(const SetSectorLabel&) const = default;
+};
+struct SetHelpText {
+  Text text;
+  bool operator==(const SetHelpText&) const = default;
+};
 // Progress bar, in sectors.
 struct SetProgressLimits {
   double minimum = 0;
   double maximum = 0;
   bool operator==(const SetProgressLimits&) const = default;
 };
-struct SetProgressValue { double value = 0; bool operator==(const SetProgressValue&) const = default; };
-struct SetProgressDeterminate { bool operator==(const SetProgressDeterminate&) const = default; };
+struct SetProgressValue {
+  double value = 0;
+  bool operator==(const SetProgressValue&) const = default;
+};
+struct SetProgressDeterminate {
+  bool operator==(const SetProgressDeterminate&) const = default;
+};
 // The gallery's zoom: the slider's value and the browser's own.
 struct SetZoom {
   double slider = 0;
@@ -41,16 +55,32 @@ struct SetZoom {
   bool operator==(const SetZoom&) const = default;
 };
 // The notice that the shown items are cleared: its text is set and it becomes visible.
-struct ShowClearingNotice { Text text; bool operator==(const ShowClearingNotice&) const = default; };
+struct ShowClearingNotice {
+  Text text;
+  bool operator==(const ShowClearingNotice&) const = default;
+};
 // The preview box's title.
-struct SetPreviewTitle { Text text; bool operator==(const SetPreviewTitle&) const = default; };
+struct SetPreviewTitle {
+  Text text;
+  bool operator==(const SetPreviewTitle&) const = default;
+};
 // No item of the file window counts as previewed last.
-struct ForgetPreviousSelection { bool operator==(const ForgetPreviousSelection&) const = default; };
+struct ForgetPreviousSelection {
+  bool operator==(const ForgetPreviousSelection&) const = default;
+};
 // Prints the reason why the device could not be opened.
-struct PrintOpenError { int error = 0; bool operator==(const PrintOpenError&) const = default; };
+struct PrintOpenError {
+  int error = 0;
+  bool operator==(const PrintOpenError&) const = default;
+};
 // A line for the system log.
-struct SystemLog { Text line; bool operator==(const SystemLog&) const = default; };
-struct DecreaseScreenCounter { bool operator==(const DecreaseScreenCounter&) const = default; };
+struct SystemLog {
+  Text line;
+  bool operator==(const SystemLog&) const = default;
+};
+struct DecreaseScreenCounter {
+  bool operator==(const DecreaseScreenCounter&) const = default;
+};
 
 // Controls that a scan enables or disables, and shows or hides.
 enum class Control {
@@ -66,8 +96,16 @@ enum class Control {
   zoom_label,
   zoom_slider,
 };
-struct Enable { Control control; bool on = false; bool operator==(const Enable&) const = default; };
-struct Show { Control control; bool on = false; bool operator==(const Show&) const = default; };
+struct Enable {
+  Control control;
+  bool on = false;
+  bool operator==(const Enable&) const = default;
+};
+struct Show {
+  Control control;
+  bool on = false;
+  bool operator==(const Show&) const = default;
+};
 
 // The wizard's screens as a scan that could not open its device switches them; `hide` is the flag
 // of show_hide_2_screen and its siblings.
@@ -81,13 +119,13 @@ struct ShowHideScreen {
 }  // namespace operation
 
 using ScanOperation =
-    std::variant<operation::BeginPass, operation::SetModeLabel, operation::SetSectorLabel, operation::SetHelpText,
-                 operation::SetProgressLimits, operation::SetProgressValue,
+    std::variant<operation::BeginPass, operation::SetModeLabel, operation::SetSectorLabel,
+                 operation::SetHelpText, operation::SetProgressLimits, operation::SetProgressValue,
                  operation::SetProgressDeterminate, operation::SetZoom,
                  operation::ShowClearingNotice, operation::SetPreviewTitle,
-                 operation::ForgetPreviousSelection, operation::PrintOpenError, operation::SystemLog,
-                 operation::DecreaseScreenCounter, operation::Enable, operation::Show,
-                 operation::ShowHideScreen>;
+                 operation::ForgetPreviousSelection, operation::PrintOpenError,
+                 operation::SystemLog, operation::DecreaseScreenCounter, operation::Enable,
+                 operation::Show, operation::ShowHideScreen>;
 
 class ScanOperations {
  public:

@@ -18,10 +18,13 @@ std::byte* allocate(std::size_t bytes) {
 
 }  // namespace
 
-void SectorBlock::FreeAligned::operator()(std::byte* block) const { std::free(block); }
+void SectorBlock::FreeAligned::operator()(std::byte* block) const {
+  std::free(block);
+}
 
 SectorBlock::SectorBlock(std::size_t sectors)
-    : room_(sectors), data_(allocate(sectors * sector_size)), candidates_((sectors + 63) / 64) {}
+    : room_(sectors), data_(allocate(sectors * sector_size)), candidates_((sectors + 63) / 64) {
+}
 
 std::int64_t SectorBlock::fill(Device& device, std::uint64_t first, std::size_t sectors,
                                const HeaderMatcher& matcher) {

@@ -81,7 +81,8 @@ class SectorReader {
   std::uint64_t careful_until_ = 0;  // device sectors below this are read one by one
   unsigned ask_ahead_ = 0;           // blocks for which a slow device is asked ahead
   const std::byte* last_item_ = nullptr;
-  alignas(64) std::array<std::byte, sector_size> buffer_{};  // the last item, once its block is gone
+  alignas(
+      64) std::array<std::byte, sector_size> buffer_{};  // the last item, once its block is gone
   std::uint64_t buffer_candidate_ = 0;
   std::array<std::byte, sector_size> partial_{};  // what a read past the end left
   std::size_t partial_bytes_ = 0;

@@ -30,8 +30,8 @@ struct FoundFilesRow {
 class FoundFilesTable {
  public:
   // Appends a row.
-  void createSignatureListTableRecord(TextView FileTypes, std::uint64_t NoOfFile,
-                                      TextView FileName, const std::filesystem::path& FilePath,
+  void createSignatureListTableRecord(TextView FileTypes, std::uint64_t NoOfFile, TextView FileName,
+                                      const std::filesystem::path& FilePath,
                                       TextView FileTypes_Hidden);
 
   void clear();

@@ -30,8 +30,7 @@ ItemReport Gallery::add(const std::filesystem::path& path, TextView imageName, T
   if (shown_item_count_ >= item_limit) return {};
   const std::filesystem::path trimmed = trimmed_path(path);
   if (trimmed.empty()) return {};
-  images_.push_back(
-      {.path = trimmed, .image_Name = Text(imageName), .image_UID = Text(image_UID)});
+  images_.push_back({.path = trimmed, .image_Name = Text(imageName), .image_UID = Text(image_UID)});
   ++shown_item_count_;
   return {.item_added = true, .scroll_to_last = shown_item_count_ % items_per_scroll == 0};
 }

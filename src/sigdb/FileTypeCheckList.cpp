@@ -24,9 +24,13 @@ void remove_type(SignatureTable& table, TextView extension) {
 
 ModeTables tables_of_mode(const SignatureTables& tables, std::int32_t Recovery_MODE) {
   switch (Recovery_MODE) {
-    case 1: return {tables.Video_Array, tables.Adv_Video_Array};
-    case 2: return {tables.RawFile_Array, tables.Adv_RawFile_Array};
-    default: assert(Recovery_MODE == 3); return {tables.Audio_Array, tables.Adv_Audio_Array};
+    case 1:
+      return {tables.Video_Array, tables.Adv_Video_Array};
+    case 2:
+      return {tables.RawFile_Array, tables.Adv_RawFile_Array};
+    default:
+      assert(Recovery_MODE == 3);
+      return {tables.Audio_Array, tables.Adv_Audio_Array};
   }
 }
 

@@ -26,7 +26,9 @@ bool all_of(TextView text, TextView allowed) {
                      [&](char16_t c) { return allowed.find(c) != TextView::npos; });
 }
 
-bool is_number(TextView text) { return !text.empty() && all_of(text, u"0123456789"); }
+bool is_number(TextView text) {
+  return !text.empty() && all_of(text, u"0123456789");
+}
 
 class Checker {
  public:
@@ -47,14 +49,12 @@ class Checker {
     return std::move(faults_);
   }
 
-  void report(std::size_t line, std::string fault) {
-    faults_.push_back({line, std::move(fault)});
-  }
+  void report(std::size_t line, std::string fault) { faults_.push_back({line, std::move(fault)}); }
 
  private:
   void check_value(const Field& field) {
-    const bool stop_allowed = record_.empty() && field.value.starts_with(u'.') &&
-                              field.value.find(u'.', 1) == Text::npos;
+    const bool stop_allowed =
+        record_.empty() && field.value.starts_with(u'.') && field.value.find(u'.', 1) == Text::npos;
     if (field.value.find(u'.') != Text::npos && !stop_allowed) {
       report(field.line, "a full stop cuts the value to what follows it");
     }
@@ -64,7 +64,8 @@ class Checker {
   }
 
   void check_record() {
-    if (record_[0].value.empty() || record_[0].value == u".") report(record_[0].line, "the extension is empty");
+    if (record_[0].value.empty() || record_[0].value == u".")
+      report(record_[0].line, "the extension is empty");
     if (record_[0].value.find(u'/') != Text::npos) {
       report(record_[0].line, "the extension holds a slash");
     }

@@ -9,7 +9,7 @@
 namespace norvo {
 
 struct SignatureFault {
-  std::size_t line;  // from 1
+  std::size_t line;   // from 1
   std::string fault;  // one English sentence without a full stop
 
   bool operator==(const SignatureFault&) const = default;

@@ -30,7 +30,9 @@ std::optional<Text> read_text(const std::filesystem::path& path) {
 
 }  // namespace
 
-bool names_a_signature_file(TextView general_file_name) { return general_file_name.size() > 4; }
+bool names_a_signature_file(TextView general_file_name) {
+  return general_file_name.size() > 4;
+}
 
 void SignatureLoader::append_records(TextView text, SignatureTable& table) {
   std::size_t fields = 0;

@@ -2,6 +2,7 @@
 
 namespace norvo {
 
-void Show_NSLog_Message(TextView /*message*/) {}
+void Show_NSLog_Message(TextView /*message*/) {
+}
 
 }  // namespace norvo

@@ -40,9 +40,8 @@ Text upper_case(TextView text) {
 }
 
 Text fold_case(TextView text) {
-  return map_letters(text, [](wint_t c) {
-    return towlower_l(towupper_l(c, unicode_locale()), unicode_locale());
-  });
+  return map_letters(
+      text, [](wint_t c) { return towlower_l(towupper_l(c, unicode_locale()), unicode_locale()); });
 }
 
 }  // namespace norvo

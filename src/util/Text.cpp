@@ -19,7 +19,9 @@ struct Decoded {
   std::size_t length = 0;  // bytes used; 0 for an invalid sequence
 };
 
-bool is_continuation(char byte) { return (static_cast<unsigned char>(byte) & 0xC0U) == 0x80U; }
+bool is_continuation(char byte) {
+  return (static_cast<unsigned char>(byte) & 0xC0U) == 0x80U;
+}
 
 Decoded decode_one(std::string_view bytes) {
   const auto lead = static_cast<unsigned char>(bytes[0]);
@@ -125,9 +127,9 @@ Text Read_Str_Upto_Index(TextView text, std::int32_t i) {
 }
 
 bool is_white_space(char16_t c) {
-  return (c >= 0x0009 && c <= 0x000D) || c == 0x0020 || c == 0x0085 || c == 0x00A0 ||
-         c == 0x1680 || (c >= 0x2000 && c <= 0x200A) || c == 0x2028 || c == 0x2029 ||
-         c == 0x202F || c == 0x205F || c == 0x3000;
+  return (c >= 0x0009 && c <= 0x000D) || c == 0x0020 || c == 0x0085 || c == 0x00A0 || c == 0x1680 ||
+         (c >= 0x2000 && c <= 0x200A) || c == 0x2028 || c == 0x2029 || c == 0x202F || c == 0x205F ||
+         c == 0x3000;
 }
 
 Text displayable(TextView text) {

@@ -21,8 +21,7 @@ bool lies_on_device(const std::filesystem::path& destination, const std::filesys
   };
   const std::string holder = plain_name(volume.f_mntfromname);
   const std::string searched = plain_name(device);
-  return searched.starts_with("disk") &&
-         (holder == searched || holder.starts_with(searched + "s"));
+  return searched.starts_with("disk") && (holder == searched || holder.starts_with(searched + "s"));
 }
 
 }  // namespace norvo

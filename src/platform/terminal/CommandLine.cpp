@@ -164,7 +164,8 @@ std::string help_text() {
     text += call + std::string(option.description) + "\n";
   }
   return text +
-         "\nExit status: 0 the search ran to its end, 1 results could not be saved, 2 wrong usage,\n"
+         "\nExit status: 0 the search ran to its end, 1 results could not be saved, 2 wrong "
+         "usage,\n"
          "3 the device could not be opened, 130 stopped.\n";
 }
 

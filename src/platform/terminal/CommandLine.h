@@ -23,8 +23,8 @@ struct CommandLine {
   std::optional<Text> start_sector;  // as typed; both or neither
   std::optional<Text> end_sector;
   bool thorough = true;
-  std::optional<std::vector<Text>> types;  // the extensions to tick; all without it
-  std::filesystem::path signatures;  // empty: the edition's shipped files
+  std::optional<std::vector<Text>> types;    // the extensions to tick; all without it
+  std::filesystem::path signatures;          // empty: the edition's shipped files
   std::filesystem::path checked_signatures;  // the folder of --check-signatures
   bool json = false;
   bool quiet = false;

@@ -13,14 +13,20 @@ std::string line_of(const Json& event) {
   return event.dump(-1, ' ', false, Json::error_handler_t::replace);
 }
 
-const char* code_of(Pass pass) { return pass == Pass::general ? "GEN" : "THD"; }
+const char* code_of(Pass pass) {
+  return pass == Pass::general ? "GEN" : "THD";
+}
 
 const char* name_of(SearchOutcome outcome) {
   switch (outcome) {
-    case SearchOutcome::completed: return "completed";
-    case SearchOutcome::stopped: return "stopped";
-    case SearchOutcome::save_failed: return "save_failed";
-    case SearchOutcome::open_failed: return "open_failed";
+    case SearchOutcome::completed:
+      return "completed";
+    case SearchOutcome::stopped:
+      return "stopped";
+    case SearchOutcome::save_failed:
+      return "save_failed";
+    case SearchOutcome::open_failed:
+      return "open_failed";
   }
   return "";
 }
@@ -28,7 +34,8 @@ const char* name_of(SearchOutcome outcome) {
 }  // namespace
 
 void EventWriter::pass(Pass pass, TextView label) {
-  write_line(line_of({{"event", "pass"}, {"pass", code_of(pass)}, {"label", utf8_from_text(label)}}));
+  write_line(
+      line_of({{"event", "pass"}, {"pass", code_of(pass)}, {"label", utf8_from_text(label)}}));
 }
 
 void EventWriter::file(Pass pass, const std::filesystem::path& path, TextView name, TextView uid) {

@@ -29,10 +29,14 @@ int refuse(const NorvoRecoverSetting& setting, const std::string& message) {
 
 int exit_status(SearchOutcome outcome) {
   switch (outcome) {
-    case SearchOutcome::completed: return 0;
-    case SearchOutcome::stopped: return 130;
-    case SearchOutcome::save_failed: return 1;
-    case SearchOutcome::open_failed: return 3;
+    case SearchOutcome::completed:
+      return 0;
+    case SearchOutcome::stopped:
+      return 130;
+    case SearchOutcome::save_failed:
+      return 1;
+    case SearchOutcome::open_failed:
+      return 3;
   }
   return wrong_usage;
 }
@@ -89,8 +93,9 @@ void show_summary(const TerminalSession& session, const ScanRequest& request, Se
 std::optional<std::string> edition_fault(const CommandLine& line, const EditionProfile& profile) {
   const std::string edition = "\"" + utf8_from_text(line.edition) + "\"";
   if (!profile.is_edition()) {
-    return edition + " names no edition: its name holds none of Alder, Birch, Cedar, Larch, "
-                     "Maple, Rowan and Spruce.";
+    return edition +
+           " names no edition: its name holds none of Alder, Birch, Cedar, Larch, "
+           "Maple, Rowan and Spruce.";
   }
   if (!profile.has_search_type(line.Recovery_MODE)) {
     return "The edition " + edition + " does not have this search type.";
@@ -168,14 +173,18 @@ int norvo_recover(std::span<const char* const> arguments, const NorvoRecoverSett
   }
   const auto& line = std::get<CommandLine>(parsed);
   switch (line.action) {
-    case CommandLine::Action::help: setting.out << help_text(); return 0;
+    case CommandLine::Action::help:
+      setting.out << help_text();
+      return 0;
     case CommandLine::Action::version:
       setting.out << "norvo-recover " << program_version << '\n';
       return 0;
-    case CommandLine::Action::list_types: return list_types(line, setting);
+    case CommandLine::Action::list_types:
+      return list_types(line, setting);
     case CommandLine::Action::check_signatures:
       return report_signature_faults(line.checked_signatures, setting.out, setting.err);
-    case CommandLine::Action::search: return search(line, setting);
+    case CommandLine::Action::search:
+      return search(line, setting);
   }
   return wrong_usage;
 }

@@ -66,10 +66,13 @@ void TerminalSession::showPermissionAlertAndGuideUser(int error) {
 
 void TerminalSession::showGenericErrorAlert(int error) {
   report_device_error(error, false);
-  write_error_line(std::string("The device could not be opened: ") + std::generic_category().message(error) + ".");
+  write_error_line(std::string("The device could not be opened: ") +
+                   std::generic_category().message(error) + ".");
 }
 
-void TerminalSession::post_Final_or_Stop_Screen() { final_screen_posted_ = true; }
+void TerminalSession::post_Final_or_Stop_Screen() {
+  final_screen_posted_ = true;
+}
 
 void TerminalSession::file_reported(const std::filesystem::path& path, TextView imageName,
                                     TextView image_UID, const ItemReport& /*report*/) {

@@ -25,8 +25,7 @@ struct TerminalOutput {
 
 class TerminalSession final : public ScanOperations, public ReportListener {
  public:
-  explicit TerminalSession(const TerminalOutput& output)
-      : output_(output), events_(output.out) {}
+  explicit TerminalSession(const TerminalOutput& output) : output_(output), events_(output.out) {}
 
   // Runs a search of `controller` to its end and returns how it ended. Main thread.
   SearchOutcome run(MyTableController& controller, const ScanRequest& request);
@@ -53,7 +52,7 @@ class TerminalSession final : public ScanOperations, public ReportListener {
 
   TerminalOutput output_;
   EventWriter events_;
-  FoundTable found_;          // worker thread, then main thread
+  FoundTable found_;           // worker thread, then main thread
   Pass pass_ = Pass::general;  // worker thread
 
   std::mutex line_mutex_;  // guards the progress line and `err`

@@ -6,7 +6,8 @@ namespace norvo {
 namespace {
 
 std::string column(const Text& text, std::size_t width) {
-  return utf8_from_text(displayable(text)) + std::string(text.size() < width ? width - text.size() : 0, ' ');
+  return utf8_from_text(displayable(text)) +
+         std::string(text.size() < width ? width - text.size() : 0, ' ');
 }
 
 }  // namespace
