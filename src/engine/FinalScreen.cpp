@@ -20,14 +20,17 @@ void run_steps(const ScanRequest& request, ScanState& state, ScanOperations& ope
   state.stop_screen_already_show = 1;
   operations.perform(operation::SetHelpText{
       u"\nTo select another disk for recovery, click on \u2018Back\u2019 Button."});
-  state.pFile_Disk.reset();
-  state.pFile_op.abandon();
+  if (!state.pass_running) {
+    state.pFile_Disk.reset();
+    state.pFile_op.abandon();
+  }
   for (const Control control :
        {Control::Mode_label, Control::Progress_Horz, Control::sector_label, Control::stop_scan}) {
     show(operations, control, false);
   }
   if (operations.run_SaveFile_Info_Window() == 1) operations.close_SaveFile_Info_Window();
-  state.stop_now = 0;
+  // A pass that waits for its drive has yet to see the request, and takes it back itself.
+  if (!state.pass_running) state.stop_now = 0;
   const bool photo_search = request.Recovery_MODE == 0;
   show(operations, Control::zoom_label, photo_search);
   show(operations, Control::zoom_slider, photo_search);

@@ -8,8 +8,9 @@
 
 namespace norvo {
 
-// Ends a scan that still runs, closes the streams as a safety net, says where the files are, and
-// leaves the screen as it stays until the person goes back. Safe to run twice for one search.
+// Ends a scan that still runs, closes the streams as a safety net (never those of a running pass),
+// says where the files are, and leaves the screen as it stays until the person goes back. Safe to
+// run twice for one search.
 void Final_or_Stop_Screen(const ScanRequest& request, ScanState& state, ScanOperations& operations);
 
 // The Stop button: asks, and on Yes requests the stop, which the pass sees before its next sector.

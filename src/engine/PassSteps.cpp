@@ -81,6 +81,11 @@ void show_scanning_help(const ScanContext& context) {
                              u"for the process to be completed."});
 }
 
+void end_with_final_screen(const ScanContext& context) {
+  context.state.pass_running = false;
+  context.operations.post_Final_or_Stop_Screen();
+}
+
 void begin_early_end(const ScanContext& context, SearchOutcome outcome) {
   record_outcome(context, outcome);
   context.state.stop_now = 0;
@@ -93,7 +98,7 @@ void end_with_saving_failure(const ScanContext& context,
   begin_early_end(context, SearchOutcome::save_failed);
   close_output();
   context.operations.Show_MessageBox(unable_saving_Msg);
-  context.operations.post_Final_or_Stop_Screen();
+  end_with_final_screen(context);
 }
 
 }  // namespace norvo

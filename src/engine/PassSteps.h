@@ -5,6 +5,7 @@
 #include <functional>
 
 #include "engine/Device.h"
+#include "engine/FileWitness.h"
 #include "engine/OutputFolders.h"
 #include "engine/ProgressTimer.h"
 #include "engine/ScanOperations.h"
@@ -25,6 +26,8 @@ struct ScanContext {
   // Whether a second thread helps reading. The device must then allow read_block() from two
   // threads.
   bool read_with_helper = false;
+  // Who sees what the files consist of; null for nobody.
+  FileWitnesses* witnesses = nullptr;
 };
 
 // Sets the mode label and keeps its text for the timer.
@@ -51,6 +54,9 @@ void end_with_open_failure(const ScanContext& context, int error, const OpenFail
 // The settings that must not change while a scan runs.
 void disable_settings(const ScanContext& context);
 void show_scanning_help(const ScanContext& context);
+
+// What a pass that shows the final screen itself does last: its streams are closed.
+void end_with_final_screen(const ScanContext& context);
 
 // What a pass does first when it ends before its range: stopped, or unable to save.
 void begin_early_end(const ScanContext& context, SearchOutcome outcome);

@@ -81,24 +81,24 @@ std::size_t PhotoScan::scan_dull(const Items& items, std::size_t from, std::size
   if (current_maximum_size_ != last_record_size_) return 0;
   const std::size_t limited = std::min(to - from, sectors_to_limit());
   const std::size_t dull = items.find_candidate(from, from + limited) - from;
-  if (dull > 0) continue_file(items.data + from * sector_size, dull);
+  if (dull > 0) continue_file(items.sectors(from, dull));
   return dull;
 }
 
-void PhotoScan::take_item(const std::byte* sector, Finding finding, std::size_t record) {
+void PhotoScan::take_item(const Sectors& sector, Finding finding, std::size_t record) {
   if (finding == Finding::header) begin_file(sector, SignatureRecord(table_, record));
   if (finding == Finding::no_header) current_maximum_size_ = last_record_size_;
-  if (file_in_progress_) continue_file(sector, 1);
+  if (file_in_progress_) continue_file(sector);
 }
 
-void PhotoScan::begin_file(const std::byte* sector, const SignatureRecord& record) {
+void PhotoScan::begin_file(const Sectors& sector, const SignatureRecord& record) {
   ScanState& state = context_.state;
   // A failure to write what belongs to the previous file comes before anything else happens.
   state.pFile_op.write_gathered();
   current_maximum_size_ = record.maximum_size();
   relieve_gallery();
   if (files_started_ > 0 && !file_finished_) {
-    state.pFile_op.append(sector, 1);
+    state.pFile_op.append(sector);
     finish_file();
   }
   file_finished_ = false;
@@ -125,13 +125,13 @@ void PhotoScan::place_file(const SignatureRecord& record) {
   file_name_ = Generate_File_Name(files_started_, general ? u"GND" : u"THD", extension);
   item_identifier_ = Generate_File_UID_Num(hit, !general, extension);
   const std::filesystem::path relative = joined(joined(pass_folder_, folder), file_name_);
-  state.pFile_op.open(tree_, relative);
+  open_output(state.pFile_op, relative);
   output_path_ = tree_.destination() / relative;
 }
 
-void PhotoScan::continue_file(const std::byte* sectors, std::size_t count) {
-  context_.state.pFile_op.append(sectors, count);
-  bytes_written_ += count * sector_size;
+void PhotoScan::continue_file(const Sectors& sectors) {
+  context_.state.pFile_op.append(sectors);
+  bytes_written_ += sectors.count * sector_size;
   // A negative limit is compared unsigned: it never ends a file.
   if (bytes_written_ >= static_cast<std::uint64_t>(current_maximum_size_)) {
     bytes_written_ = 0;
@@ -152,6 +152,7 @@ std::size_t PhotoScan::sectors_to_limit() const {
 
 void PhotoScan::finish_file() {
   context_.state.pFile_op.close();
+  context_.state.pFile_op.conclude();
   context_.results.addImageWithPath(output_path_, file_name_, item_identifier_);
   output_path_.clear();
 }
@@ -159,7 +160,7 @@ void PhotoScan::finish_file() {
 bool PhotoScan::end_normally() {
   RecoveredFile& file = context_.state.pFile_op;
   if (file.is_open()) {
-    file.append(sector_buffer_, 1);
+    file.append(sector_buffer_);
     finish_file();
   }
   stop_reading();
@@ -189,7 +190,7 @@ bool PhotoScan::end_stopped() {
   stop_reading();
   begin_early_end(context_, SearchOutcome::stopped);
   if (context_.state.pFile_op.is_open()) finish_file();
-  context_.operations.post_Final_or_Stop_Screen();
+  end_with_final_screen(context_);
   return false;
 }
 

@@ -35,12 +35,12 @@ class PhotoScan final : private ScanPass {
   bool run_pass();
   bool prepare();
   std::size_t scan_dull(const Items& items, std::size_t from, std::size_t to) override;
-  void take_item(const std::byte* sector, Finding finding, std::size_t record) override;
+  void take_item(const Sectors& sector, Finding finding, std::size_t record) override;
   void write_gathered() override { context_.state.pFile_op.write_gathered(); }
-  void begin_file(const std::byte* sector, const SignatureRecord& record);
+  void begin_file(const Sectors& sector, const SignatureRecord& record);
   void relieve_gallery();
   void place_file(const SignatureRecord& record);
-  void continue_file(const std::byte* sectors, std::size_t count);
+  void continue_file(const Sectors& sectors);
   std::size_t sectors_to_limit() const;
   void finish_file();
   bool end_normally() override;

@@ -92,13 +92,13 @@ std::size_t RawFileScan::scan_dull(const Items& items, std::size_t from, std::si
   const std::size_t dull = items.find_candidate(from, from + limited) - from;
   if (dull == 0) return 0;
   for (const CarvedFile& file : context_.state.MultiHeader_Array) {
-    Output_Slot_Table_[file.slot].append(items.data + from * sector_size, dull);
+    Output_Slot_Table_[file.slot].append(items.sectors(from, dull));
   }
   carved_size_ += dull * sector_size;
   return dull;
 }
 
-void RawFileScan::take_item(const std::byte* sector, Finding finding, std::size_t record) {
+void RawFileScan::take_item(const Sectors& sector, Finding finding, std::size_t record) {
   if (finding == Finding::header) begin_files(sector, record);
   continue_files(sector);
 }
@@ -107,7 +107,7 @@ void RawFileScan::write_gathered() {
   for (RecoveredFile& output : Output_Slot_Table_) output.write_gathered();
 }
 
-void RawFileScan::begin_files(const std::byte* sector, std::size_t record) {
+void RawFileScan::begin_files(const Sectors& sector, std::size_t record) {
   finish_all(sector);
   header_in_sector_ = true;
   carved_size_ += sector_size;
@@ -145,7 +145,7 @@ bool RawFileScan::goes_with(std::size_t found, std::size_t other) const {
 }
 
 // A type that finds no free slot has by then raised its folder count and made its folder.
-void RawFileScan::open_file(const std::byte* sector, const SignatureRecord& record) {
+void RawFileScan::open_file(const Sectors& sector, const SignatureRecord& record) {
   ScanState& state = context_.state;
   const Text& type = record.extension();
   const std::filesystem::path folder =
@@ -165,8 +165,8 @@ void RawFileScan::open_file(const std::byte* sector, const SignatureRecord& reco
                                      .path = tree_.destination() / relative,
                                      .name = name,
                                      .uid = name});
-  Output_Slot_Table_[*slot].open(tree_, relative);
-  Output_Slot_Table_[*slot].append(sector, 1);
+  open_output(Output_Slot_Table_[*slot], relative);
+  Output_Slot_Table_[*slot].append(sector);
 }
 
 std::optional<std::size_t> RawFileScan::free_slot() const {
@@ -184,7 +184,7 @@ void RawFileScan::relieve_file_window() {
   context_.results.empty_images();
 }
 
-void RawFileScan::continue_files(const std::byte* sector) {
+void RawFileScan::continue_files(const Sectors& sector) {
   std::vector<CarvedFile>& files = context_.state.MultiHeader_Array;
   const bool header = std::exchange(header_in_sector_, false);
   if (!carving_) return;
@@ -194,7 +194,7 @@ void RawFileScan::continue_files(const std::byte* sector) {
       finish_file(i, sector);
       continue;
     }
-    if (!header) Output_Slot_Table_[files[i].slot].append(sector, 1);
+    if (!header) Output_Slot_Table_[files[i].slot].append(sector);
     ++i;
   }
   if (files.empty()) carved_size_ = 0;
@@ -209,19 +209,20 @@ std::uint64_t RawFileScan::sectors_to_first_limit() const {
   return smallest <= carved_size_ ? 1 : (smallest - carved_size_ - 1) / sector_size + 1;
 }
 
-// Closes and reports the file at `index` of the list, after `last_sector` (null for none). An entry
+// Closes and reports the file at `index` of the list, after `last_sector`. An entry
 // that a pass left behind when an exception ended it has no open slot any more.
-void RawFileScan::finish_file(std::size_t index, const std::byte* last_sector) {
+void RawFileScan::finish_file(std::size_t index, const Sectors& last_sector) {
   std::vector<CarvedFile>& files = context_.state.MultiHeader_Array;
   const CarvedFile file = files[index];
   RecoveredFile& output = Output_Slot_Table_[file.slot];
-  if (last_sector != nullptr && output.is_open()) output.append(last_sector, 1);
+  if (output.is_open()) output.append(last_sector);
   output.close();
+  output.conclude();
   context_.results.addImageWithPath_2(file.path, file.name, file.uid);
   files.erase(files.begin() + static_cast<std::ptrdiff_t>(index));
 }
 
-void RawFileScan::finish_all(const std::byte* last_sector) {
+void RawFileScan::finish_all(const Sectors& last_sector) {
   while (!context_.state.MultiHeader_Array.empty()) finish_file(0, last_sector);
   carved_size_ = 0;
 }
@@ -238,9 +239,10 @@ bool RawFileScan::end_stopped() {
   begin_early_end(context_, SearchOutcome::stopped);
   for (RecoveredFile& output : Output_Slot_Table_) output.close();
   for (const CarvedFile& file : context_.state.MultiHeader_Array) {
+    Output_Slot_Table_[file.slot].conclude();
     context_.results.addImageWithPath_2(file.path, file.name, file.uid);
   }
-  context_.operations.post_Final_or_Stop_Screen();
+  end_with_final_screen(context_);
   return false;
 }
 

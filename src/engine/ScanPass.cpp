@@ -22,7 +22,7 @@ ScanPass::ScanPass(const ScanContext& context, Pass pass, const SignatureTable& 
       tree_(context.request.destination),
       block_sectors_(block_sectors),
       matcher_(table, empty_header) {
-  sector_buffer_ = nothing_read_.data();
+  sector_buffer_ = {.data = nothing_read_.data(), .count = 1, .origin = {}};
 }
 
 void ScanPass::make_pass_folder() {
@@ -68,29 +68,35 @@ void ScanPass::scan_items(const Items& items) {
     if (done == 0) {
       // Counted first: whoever looks at the index while the item is dealt with sees the next one.
       ++context_.state.for_index;
-      scan_one(items.data + i * sector_size);
+      scan_one(items.sectors(i, 1));
       done = 1;
     } else {
       context_.state.for_index += done;
     }
     i += done;
-    sector_buffer_ = items.data + (i - 1) * sector_size;
+    sector_buffer_ = items.sectors(i - 1, 1);
   }
   write_gathered();
 }
 
-void ScanPass::scan_one(const std::byte* sector) {
-  if (!is_searched(sector)) {
+void ScanPass::scan_one(const Sectors& sector) {
+  if (!is_searched(sector.data)) {
     take_item(sector, Finding::not_searched, HeaderMatcher::no_record);
     return;
   }
-  const std::size_t record = matcher_.match(sector);
+  const std::size_t record = matcher_.match(sector.data);
   if (record == HeaderMatcher::no_record && incomplete_table_) {
     // The search reads the last entry of every record that it tries; this one is not there.
     static_cast<void>(SignatureRecord(table_, whole_records(table_)).gate_byte());
   }
   take_item(sector, record == HeaderMatcher::no_record ? Finding::no_header : Finding::header,
             record);
+}
+
+void ScanPass::open_output(RecoveredFile& output, const std::filesystem::path& relative) const {
+  FileWitnesses* witnesses = context_.witnesses;
+  output.open(tree_, relative,
+              witnesses != nullptr ? witnesses->watch(tree_.destination() / relative) : nullptr);
 }
 
 bool ScanPass::is_searched(const std::byte* sector) const {

@@ -14,7 +14,9 @@
 #include "engine/OutputFolders.h"
 #include "engine/OutputTree.h"
 #include "engine/PassSteps.h"
+#include "engine/RecoveredFile.h"
 #include "engine/SectorReader.h"
+#include "engine/Sectors.h"
 #include "sigdb/SignatureRecord.h"
 
 namespace norvo {
@@ -60,10 +62,13 @@ class ScanPass {
   virtual std::size_t scan_dull(const Items& items, std::size_t from, std::size_t to) = 0;
 
   // Deals with one item. `record` is meaningful for Finding::header.
-  virtual void take_item(const std::byte* sector, Finding finding, std::size_t record) = 0;
+  virtual void take_item(const Sectors& sector, Finding finding, std::size_t record) = 0;
 
   // Hands gathered data to the system: the items' memory is about to change.
   virtual void write_gathered() = 0;
+
+  // Opens `output` for a new file at `relative`, with a witness when the search has some.
+  void open_output(RecoveredFile& output, const std::filesystem::path& relative) const;
 
   virtual bool end_normally() = 0;
   virtual bool end_stopped() = 0;
@@ -76,12 +81,12 @@ class ScanPass {
   FolderCounters Fol_Cnt_Array_;
   std::filesystem::path pass_folder_;  // relative to the destination
   // The item read last. It may lie in the reader's memory.
-  const std::byte* sector_buffer_ = nullptr;
+  Sectors sector_buffer_;
 
  private:
   bool stop_requested() const { return context_.state.stop_now == 1; }
   void scan_items(const Items& items);
-  void scan_one(const std::byte* sector);
+  void scan_one(const Sectors& sector);
   bool is_searched(const std::byte* sector) const;
 
   const std::size_t block_sectors_;

@@ -58,6 +58,9 @@ struct ScanState {
   // 1 when the final screen was shown, or will not be shown, for the running search.
   std::atomic<std::int32_t> stop_screen_already_show{0};
 
+  // Whether a pass has the streams below. A final screen that is shown meanwhile leaves them alone.
+  std::atomic<bool> pass_running{false};
+
   // The range in sectors, the end exclusive, and the index of the next sector to read.
   std::atomic<std::uint64_t> start_sector{0};
   std::atomic<std::uint64_t> end_sector{0};

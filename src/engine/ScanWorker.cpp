@@ -19,6 +19,24 @@ bool wants_thorough_pass(const ScanContext& context) {
   return context.request.thorough && context.state.stop_screen_already_show == 0;
 }
 
+// The streams are the pass's own until it returns.
+template <typename Work>
+bool run_pass(const ScanContext& context, const Work& work) {
+  context.state.pass_running = true;
+  const bool result = work();
+  context.state.pass_running = false;
+  return result;
+}
+
+bool photo_pass(const ScanContext& context, Pass pass, const SignatureTable& table) {
+  return run_pass(context, [&] { return PhotoScan(context, pass, table).Photo_Recovey_Mode(); });
+}
+
+bool raw_file_pass(const ScanContext& context, Pass pass, const SignatureTable& table) {
+  return run_pass(context,
+                  [&] { return RawFileScan(context, pass, table).Raw_File_Recovey_Mode(); });
+}
+
 void post_final_screen_once(const ScanContext& context) {
   if (context.state.stop_screen_already_show != 0) return;
   context.operations.post_Final_or_Stop_Screen();
@@ -28,23 +46,20 @@ void post_final_screen_once(const ScanContext& context) {
 
 void Photo_Rec_Thread(const ScanContext& context, const SignatureTables& tables) {
   begin_search(context);
-  if (PhotoScan(context, Pass::general, tables.Ext_Array).Photo_Recovey_Mode() &&
-      wants_thorough_pass(context)) {
-    static_cast<void>(
-        PhotoScan(context, Pass::thorough, tables.Adv_Ext_Array).Photo_Recovey_Mode());
+  if (photo_pass(context, Pass::general, tables.Ext_Array) && wants_thorough_pass(context)) {
+    static_cast<void>(photo_pass(context, Pass::thorough, tables.Adv_Ext_Array));
   }
   post_final_screen_once(context);
 }
 
 void Raw_File_Rec_Thread(const ScanContext& context, const SelectedTables& tables) {
   begin_search(context);
-  if (!RawFileScan(context, Pass::general, tables.CheckListHeader_Array).Raw_File_Recovey_Mode()) {
+  if (!raw_file_pass(context, Pass::general, tables.CheckListHeader_Array)) {
     post_final_screen_once(context);
     return;
   }
   if (wants_thorough_pass(context)) {
-    static_cast<void>(RawFileScan(context, Pass::thorough, tables.CheckListHeader_Adv_Array)
-                          .Raw_File_Recovey_Mode());
+    static_cast<void>(raw_file_pass(context, Pass::thorough, tables.CheckListHeader_Adv_Array));
   }
   if (context.operations.main_window_is_modal()) {
     context.state.stop_now = 1;

@@ -55,9 +55,15 @@ SectorReader::Items SectorReader::read(std::uint64_t index, std::uint64_t most) 
   const auto first = static_cast<std::size_t>(position_ - block_->start);
   const auto count = static_cast<std::size_t>(std::min<std::uint64_t>(available(), most));
   const std::byte* data = block_->data() + first * sector_size;
+  const SectorOrigin origin{.kind = SectorOrigin::Kind::read, .sector = position_};
   position_ += count;
+  last_sector_ = position_ - 1;
   last_item_ = data + (count - 1) * sector_size;
-  return {.data = data, .count = count, .candidates = block_->candidates(), .first_bit = first};
+  return {.data = data,
+          .count = count,
+          .origin = origin,
+          .candidates = block_->candidates(),
+          .first_bit = first};
 }
 
 std::size_t SectorReader::available() const {
@@ -118,12 +124,19 @@ void SectorReader::keep_partial_item(const std::byte* item, std::int64_t bytes) 
   std::memcpy(partial_.data(), item, partial_bytes_);
 }
 
+SectorOrigin SectorReader::failed_origin() const {
+  if (!last_sector_) return {};
+  return {.kind = SectorOrigin::Kind::repeated, .sector = *last_sector_};
+}
+
 SectorReader::Items SectorReader::failed_item(std::uint64_t index) {
   std::memcpy(buffer_.data(), partial_.data(), partial_bytes_);
+  if (partial_bytes_ != 0) last_sector_.reset();
   matcher_.mark_candidates(buffer_.data(), 1, std::span(&buffer_candidate_, 1));
   const bool positioned = position_at(index);
   return {.data = buffer_.data(),
           .count = 1,
+          .origin = failed_origin(),
           .lost_position = !positioned,
           .candidates = std::span(&buffer_candidate_, 1),
           .first_bit = 0};

@@ -22,6 +22,7 @@
 #include "engine/Device.h"
 #include "engine/HeaderMatcher.h"
 #include "engine/SectorBlock.h"
+#include "engine/Sectors.h"
 
 namespace norvo {
 
@@ -33,8 +34,14 @@ class SectorReader {
   struct Items {
     const std::byte* data = nullptr;
     std::size_t count = 0;
+    SectorOrigin origin{};
     // The device could neither be read nor positioned again; count is then 1.
     bool lost_position = false;
+
+    // `most` items from the one at index `from` on.
+    Sectors sectors(std::size_t from, std::size_t most) const {
+      return Sectors{.data = data, .count = count, .origin = origin}.part(from, most);
+    }
 
     // The first item at or after `from` and before `to` that may start a record, or `to`.
     std::size_t find_candidate(std::size_t from, std::size_t to) const;
@@ -70,6 +77,7 @@ class SectorReader {
   void fill_block(std::uint64_t most);
   void read_one_sector();
   void keep_partial_item(const std::byte* item, std::int64_t bytes);
+  SectorOrigin failed_origin() const;
   Items failed_item(std::uint64_t index);
 
   Device& device_;
@@ -81,6 +89,9 @@ class SectorReader {
   std::uint64_t careful_until_ = 0;  // device sectors below this are read one by one
   unsigned ask_ahead_ = 0;           // blocks for which a slow device is asked ahead
   const std::byte* last_item_ = nullptr;
+  // The device sector whose bytes the last item holds; none before the first one is read, and after
+  // a part of one.
+  std::optional<std::uint64_t> last_sector_;
   alignas(
       64) std::array<std::byte, sector_size> buffer_{};  // the last item, once its block is gone
   std::uint64_t buffer_candidate_ = 0;

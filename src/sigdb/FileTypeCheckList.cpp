@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cassert>
 
+#include "util/Diagnostics.h"
 #include "util/LetterCase.h"
 
 namespace norvo {
@@ -56,7 +57,11 @@ void FileTypeCheckList::Select_Unselect_Check(bool select_all) {
 }
 
 void FileTypeCheckList::set_State(std::size_t row, bool State) {
-  if (row < rows_.size()) rows_[row].State = State;
+  if (row >= rows_.size()) {
+    report_violation(u"pRowIndex >= 0 && pRowIndex < [nsCheckedListDataObject count]");
+    return;
+  }
+  rows_[row].State = State;
 }
 
 bool FileTypeCheckList::Check_For_One_Extension_Selection() const {

@@ -42,6 +42,8 @@ class FileTypeCheckList {
   // first record of an extension gives the description. Then sorts by extension, ignoring case.
   void build(const ModeTables& tables);
 
+  void clear() { rows_.clear(); }
+
   // Appends a row; nothing is checked.
   void createExtensionListTableRecord(TextView Extension, bool State, TextView Description,
                                       TextView Thoro);
@@ -49,7 +51,7 @@ class FileTypeCheckList {
   // Ticks all rows, or none.
   void Select_Unselect_Check(bool select_all);
 
-  // Ticks one row or not. An index beyond the last row changes nothing.
+  // Ticks one row or not. An index beyond the last row is a programming error and changes nothing.
   void set_State(std::size_t row, bool State);
 
   // Whether at least one row is ticked.

@@ -30,7 +30,8 @@ ScanContext CardSearch::context() {
           .results = recorder,
           .operations = recorder,
           .timer = timer,
-          .read_with_helper = read_with_helper};
+          .read_with_helper = read_with_helper,
+          .witnesses = witnesses};
 }
 
 fs::path CardSearch::pass_path(Pass pass) const {
@@ -54,6 +55,18 @@ std::vector<std::string> CardSearch::reported(Pass pass) const {
     paths.push_back(report.path.lexically_relative(pass_path(pass)).native());
   }
   return paths;
+}
+
+void CardSearch::expect_runs_give_the_files(const RunCollector& collector) const {
+  const std::vector<Report> reports = recorder.all<Report>();
+  EXPECT_EQ(collector.finished().size(), reports.size());
+  for (const Report& report : reports) {
+    const auto seen = collector.finished().find(report.path);
+    ASSERT_NE(seen, collector.finished().end()) << report.path;
+    const std::vector<std::byte> content = bytes_of(report.path);
+    EXPECT_EQ(seen->second.bytes, content) << report.path;
+    EXPECT_EQ(bytes_at(medium, seen->second.runs), content) << report.path;
+  }
 }
 
 std::vector<Recorded> CardSearch::recorded_from(std::size_t first) const {

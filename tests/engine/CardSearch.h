@@ -15,6 +15,7 @@
 #include "support/Card.h"
 #include "support/FakeDevice.h"
 #include "support/Recorder.h"
+#include "support/RunCollector.h"
 #include "support/TableBuilder.h"
 #include "support/TemporaryFolder.h"
 
@@ -39,6 +40,10 @@ class CardSearch {
   // Paths of the reports, relative to the pass folder, in their order.
   std::vector<std::string> reported(Pass pass = Pass::general) const;
 
+  // Each reported file was seen by a witness of `collector`: its bytes are those of the file and
+  // those of the medium at its runs.
+  void expect_runs_give_the_files(const RunCollector& collector) const;
+
   // What was recorded from entry `first` on.
   std::vector<Recorded> recorded_from(std::size_t first) const;
 
@@ -54,6 +59,7 @@ class CardSearch {
   ProgressTimer timer;
   FakeOpener opener{medium};
   bool read_with_helper = false;
+  FileWitnesses* witnesses = nullptr;
 
  private:
   std::filesystem::path search_root_;
@@ -83,7 +89,7 @@ struct ScenarioOf {
 // Runs a General pass for several reading blocks and start sectors, with and without the helping
 // thread, and on drives that shorten a block at an unreadable sector as well as on those that
 // refuse it. The pass must end normally, find exactly these files every time, and report each of
-// them once.
+// them once. Most runs have witnesses, to whom the files' runs must be told as they are.
 template <typename Search>
 void expect_found_everywhere(const ScenarioOf<Search>& scenario, const Found& expected) {
   const bool unreadable = scenario.drawing.find('x') != std::string::npos;
@@ -93,9 +99,13 @@ void expect_found_everywhere(const ScenarioOf<Search>& scenario, const Found& ex
     Search search(scenario.drawing, where.start);
     search.medium.blocks_fail_whole = where.blocks_fail_whole;
     search.read_with_helper = where.helper;
+    RunCollector collector;
+    const bool witnessed = where.block_sectors != 7;
+    if (witnessed) search.witnesses = &collector;
     if (scenario.prepare) scenario.prepare(search, where.start);
     EXPECT_TRUE(search.run(Pass::general, scenario.table, where.block_sectors));
     EXPECT_EQ(search.found(), expected);
+    if (witnessed) search.expect_runs_give_the_files(collector);
     std::vector<std::string> reported = search.reported();
     std::sort(reported.begin(), reported.end());
     std::vector<std::string> wanted;

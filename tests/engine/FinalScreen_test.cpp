@@ -99,7 +99,7 @@ TEST_F(FinalScreenTest, StreamsLeftOpenAreClosedAfterTheHelpTextAndBeforeAnythin
   FakeMedium medium;
   state.pFile_Disk = FakeOpener(medium).open({}).device;
   state.pFile_op.open(OutputTree(folder.path()), "a.jpg");
-  state.pFile_op.append(sector.data(), 1);
+  state.pFile_op.append({.data = sector.data(), .count = 1, .origin = {}});
   std::vector<bool> open;
   recorder.on_entry = [&](const Recorded&) {
     open.push_back(state.pFile_Disk != nullptr);
@@ -110,6 +110,17 @@ TEST_F(FinalScreenTest, StreamsLeftOpenAreClosedAfterTheHelpTextAndBeforeAnythin
   EXPECT_TRUE(open[0]);
   EXPECT_FALSE(open[1]);
   EXPECT_EQ(bytes_of(folder.path() / "a.jpg"), sector);
+}
+
+// A preview shown during a stop brings the screen while the pass still waits for its drive.
+TEST_F(FinalScreenTest, ARunningPassKeepsItsStreamsAndItsStopRequest) {
+  FakeMedium medium;
+  state.pFile_Disk = std::make_unique<FakeDevice>(medium);
+  state.pass_running = true;
+  show_final_screen();
+  EXPECT_NE(state.pFile_Disk, nullptr);
+  EXPECT_EQ(state.stop_now, 1);
+  EXPECT_EQ(recorder.recorded(), whole_screen(photo_results));
 }
 
 TEST_F(FinalScreenTest, MayBeShownTwiceForOneSearch) {

@@ -39,6 +39,18 @@ TEST(RawFileRecThread, RunsBothPassesWithTheirOwnTablesAndThenShowsTheFinalScree
   EXPECT_EQ(search.state.stop_now, 0);
 }
 
+TEST(RawFileRecThread, APassHasTheStreamsFromItsStartToItsEnd) {
+  RawFileSearch search("JaPa");
+  std::vector<bool> running;
+  search.recorder.on_entry = [&](const Recorded& entry) {
+    const bool told = std::holds_alternative<Report>(entry) ||
+                      std::holds_alternative<FinalScreenPosted>(entry);
+    if (told) running.push_back(search.state.pass_running);
+  };
+  Raw_File_Rec_Thread(search.context(), both_tables());
+  EXPECT_EQ(running, (std::vector<bool>{true, true, false})) << "a file of each pass, the end";
+}
+
 TEST(RawFileRecThread, RunsNoThoroughPassWhenItIsNotWanted) {
   RawFileSearch search("JaPa");
   search.request.thorough = false;

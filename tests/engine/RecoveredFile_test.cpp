@@ -51,11 +51,11 @@ TEST_F(RecoveredFileTest, HoldsTheAppendedSectorsInTheirOrder) {
   const std::vector<std::byte> far = sectors(7, 2);
   file.open(tree, "a.jpg");
   EXPECT_TRUE(file.is_open());
-  file.append(near.data(), 1);
-  file.append(near.data() + sector_size, 2);
-  file.append(far.data(), 2);
-  file.append(near.data(), 1);
-  file.append(near.data(), 1);
+  file.append({.data = near.data(), .count = 1, .origin = {}});
+  file.append({.data = near.data() + sector_size, .count = 2, .origin = {}});
+  file.append({.data = far.data(), .count = 2, .origin = {}});
+  file.append({.data = near.data(), .count = 1, .origin = {}});
+  file.append({.data = near.data(), .count = 1, .origin = {}});
   file.close();
   EXPECT_FALSE(file.is_open());
   EXPECT_EQ(content("a.jpg"), (std::vector<int>{1, 2, 3, 7, 8, 1, 1}));
@@ -64,10 +64,10 @@ TEST_F(RecoveredFileTest, HoldsTheAppendedSectorsInTheirOrder) {
 TEST_F(RecoveredFileTest, WhatWasHandedOverSurvivesTheChangeOfItsMemory) {
   std::vector<std::byte> memory = sectors(1, 2);
   file.open(tree, "a.jpg");
-  file.append(memory.data(), 2);
+  file.append({.data = memory.data(), .count = 2, .origin = {}});
   file.write_gathered();
   memory = sectors(5, 2);
-  file.append(memory.data(), 1);
+  file.append({.data = memory.data(), .count = 1, .origin = {}});
   file.close();
   EXPECT_EQ(content("a.jpg"), (std::vector<int>{1, 2, 5}));
 }
@@ -75,7 +75,7 @@ TEST_F(RecoveredFileTest, WhatWasHandedOverSurvivesTheChangeOfItsMemory) {
 TEST_F(RecoveredFileTest, NeighbouringSectorsGoOutTogetherOnlyWhenAsked) {
   const std::vector<std::byte> memory = sectors(1, 2);
   file.open(tree, "a.jpg");
-  file.append(memory.data(), 2);
+  file.append({.data = memory.data(), .count = 2, .origin = {}});
   EXPECT_TRUE(content("a.jpg").empty());
   file.write_gathered();
   EXPECT_EQ(content("a.jpg"), (std::vector<int>{1, 2}));
@@ -86,9 +86,9 @@ TEST_F(RecoveredFileTest, NeighbouringSectorsGoOutTogetherOnlyWhenAsked) {
 TEST_F(RecoveredFileTest, OpeningAnotherFileClosesTheFirstWithAllItsSectors) {
   const std::vector<std::byte> memory = sectors(1, 2);
   file.open(tree, "a.jpg");
-  file.append(memory.data(), 2);
+  file.append({.data = memory.data(), .count = 2, .origin = {}});
   file.open(tree, "b.jpg");
-  file.append(memory.data(), 1);
+  file.append({.data = memory.data(), .count = 1, .origin = {}});
   file.close();
   EXPECT_EQ(content("a.jpg"), (std::vector<int>{1, 2}));
   EXPECT_EQ(content("b.jpg"), (std::vector<int>{1}));
@@ -97,10 +97,10 @@ TEST_F(RecoveredFileTest, OpeningAnotherFileClosesTheFirstWithAllItsSectors) {
 TEST_F(RecoveredFileTest, OpeningAnotherFileIsSilentAboutTheFirstOnesFailure) {
   const std::vector<std::byte> memory = sectors(1, 2);
   file.open(tree, "a.jpg");
-  file.append(memory.data(), 2);
+  file.append({.data = memory.data(), .count = 2, .origin = {}});
   const FileSizeLimit limit(sector_size);
   EXPECT_NO_THROW(file.open(tree, "b.jpg"));
-  file.append(memory.data(), 1);
+  file.append({.data = memory.data(), .count = 1, .origin = {}});
   file.close();
   EXPECT_EQ(content("b.jpg"), (std::vector<int>{1}));
 }
@@ -115,7 +115,7 @@ TEST_F(RecoveredFileTest, AWriteThatFailsIsASavingFailure) {
   const std::vector<std::byte> memory = sectors(1, 3);
   file.open(tree, "a.jpg");
   const FileSizeLimit limit(2 * sector_size);
-  file.append(memory.data(), 3);
+  file.append({.data = memory.data(), .count = 3, .origin = {}});
   EXPECT_THROW(file.write_gathered(), SavingFailure);
   EXPECT_EQ(content("a.jpg"), (std::vector<int>{1, 2}));
 }
@@ -124,7 +124,7 @@ TEST_F(RecoveredFileTest, AFailureThatOnlyClosingShowsIsASavingFailure) {
   const std::vector<std::byte> memory = sectors(1, 1);
   file.open(tree, "a.jpg");
   const FileSizeLimit limit(0);
-  file.append(memory.data(), 1);
+  file.append({.data = memory.data(), .count = 1, .origin = {}});
   EXPECT_THROW(file.close(), SavingFailure);
 }
 
@@ -150,7 +150,7 @@ TEST_F(RecoveredFileTest, ACloseThatTheSystemRefusesIsASavingFailure) {
 TEST_F(RecoveredFileTest, AbandoningKeepsWhatCanBeKeptAndIsSilent) {
   const std::vector<std::byte> memory = sectors(1, 3);
   file.open(tree, "a.jpg");
-  file.append(memory.data(), 3);
+  file.append({.data = memory.data(), .count = 3, .origin = {}});
   {
     const FileSizeLimit limit(2 * sector_size);
     file.abandon();
@@ -158,7 +158,7 @@ TEST_F(RecoveredFileTest, AbandoningKeepsWhatCanBeKeptAndIsSilent) {
   EXPECT_FALSE(file.is_open());
   EXPECT_EQ(content("a.jpg"), (std::vector<int>{1, 2}));
   file.open(tree, "b.jpg");
-  file.append(memory.data() + sector_size, 1);
+  file.append({.data = memory.data() + sector_size, .count = 1, .origin = {}});
   file.close();
   EXPECT_EQ(content("b.jpg"), (std::vector<int>{2}));
 }

@@ -48,6 +48,18 @@ TEST(PhotoRecThread, RunsBothPassesWithTheirOwnTablesAndThenShowsTheFinalScreen)
   EXPECT_EQ(search.state.outcome, SearchOutcome::completed);
 }
 
+TEST(PhotoRecThread, APassHasTheStreamsFromItsStartToItsEnd) {
+  PhotoSearch search("JaPa");
+  std::vector<bool> running;
+  search.recorder.on_entry = [&](const Recorded& entry) {
+    const bool told =
+        std::holds_alternative<Report>(entry) || std::holds_alternative<FinalScreenPosted>(entry);
+    if (told) running.push_back(search.state.pass_running);
+  };
+  Photo_Rec_Thread(search.context(), both_tables());
+  EXPECT_EQ(running, (std::vector<bool>{true, true, false})) << "a file of each pass, the end";
+}
+
 TEST(PhotoRecThread, RunsNoThoroughPassWhenItIsNotWanted) {
   PhotoSearch search("JaPa");
   search.request.thorough = false;
