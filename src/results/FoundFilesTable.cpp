@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "results/Paths.h"
+#include "util/Diagnostics.h"
 #include "util/Numbers.h"
 
 namespace norvo {
@@ -61,8 +62,12 @@ std::size_t FoundFilesTable::size() const {
 }
 
 FoundFilesRow FoundFilesTable::row(std::size_t index) const {
-  const std::lock_guard lock(mutex_);
-  return index < rows_.size() ? rows_[index] : FoundFilesRow{};
+  {
+    const std::lock_guard lock(mutex_);
+    if (index < rows_.size()) return rows_[index];
+  }
+  report_violation(u"pRowIndex >= 0 && pRowIndex < [nsSIGFileInfoDataObject count]");
+  return {};
 }
 
 }  // namespace norvo

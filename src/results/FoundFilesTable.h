@@ -46,7 +46,7 @@ class FoundFilesTable {
 
   std::size_t size() const;
 
-  // The row at `index`, or an empty one when there is none (any more).
+  // The row at `index`. Without one, which is a programming error, an empty one.
   FoundFilesRow row(std::size_t index) const;
 
  private:

@@ -3,8 +3,11 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdint>
+#include <functional>
 #include <string>
 #include <thread>
+#include <vector>
 
 namespace norvo::test {
 namespace {
@@ -58,6 +61,50 @@ TEST(Gallery, IgnoresItemsWhenTheCountIsFullThoughTheListIsNot) {
   EXPECT_FALSE(add(gallery).item_added);
   EXPECT_EQ(gallery.size(), 0U);
   EXPECT_EQ(gallery.Shown_Item_Count(), 2000U);
+}
+
+std::vector<std::string> names_of(const GalleryChanges& changes) {
+  std::vector<std::string> names;
+  for (const MyImageObject& item : changes.items) names.push_back(utf8_from_text(item.image_Name));
+  return names;
+}
+
+class GalleryReader : public testing::Test {
+ protected:
+  GalleryReader() {
+    add_named(u"a");
+    add_named(u"b");
+    edits = gallery.changes(0, 0).edits;
+  }
+
+  void add_named(TextView name) { gallery.addImageWithPath("/found/a.jpg", name, name); }
+
+  Gallery gallery;
+  std::uint64_t edits = 0;
+};
+
+TEST_F(GalleryReader, IsGivenOnlyWhatWasAdded) {
+  EXPECT_EQ(names_of(gallery.changes(0, 0)), (std::vector<std::string>{"a", "b"}));
+  EXPECT_TRUE(gallery.changes(edits, 2).items.empty());
+  add_named(u"c");
+  const GalleryChanges changes = gallery.changes(edits, 2);
+  EXPECT_TRUE(changes.only_added);
+  EXPECT_EQ(changes.edits, edits);
+  EXPECT_EQ(names_of(changes), std::vector<std::string>{"c"});
+}
+
+TEST_F(GalleryReader, IsGivenTheWholeListAfterAnyOtherChange) {
+  const std::vector<std::function<void()>> acts{
+      [&] { gallery.show_placeholder(u"a"); }, [&] { gallery.moveItemsAtIndexes({0}, 2); },
+      [&] { gallery.removeItemsAtIndexes({0}); }, [&] { gallery.empty_images(); }};
+  for (const auto& act : acts) {
+    act();
+    add_named(u"new");
+    const GalleryChanges changes = gallery.changes(edits, 2);
+    EXPECT_FALSE(changes.only_added);
+    EXPECT_EQ(changes.items.size(), gallery.size());
+    edits = changes.edits;
+  }
 }
 
 TEST(Gallery, AFullListCountsEvenAnEmptyPath) {
@@ -136,6 +183,7 @@ TEST(FileWindow, KeepsPathNameAndIdentifierOfAFileAtItsEnd) {
   EXPECT_TRUE(gallery.addImageWithPath_2("/found/b.AVI", u"b.AVI", u"other").item_added);
   ASSERT_EQ(gallery.size(), 2U);
   EXPECT_EQ(gallery.item(1), (MyImageObject{.path = "/found/b.AVI",
+                                            .image = {.file_type = u"AVI", .points = 16},
                                             .image_Name = u"b.AVI",
                                             .image_UID = u"other",
                                             .File_Start_Sector = 0,
