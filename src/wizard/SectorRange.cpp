@@ -7,14 +7,8 @@
 namespace norvo {
 namespace {
 
-// Digits as a floating-point number, as the fields are compared: beyond 2 to the 53rd neighbouring
-// numbers are equal.
-double floating_value(TextView digits) {
-  double value = 0;
-  for (const char16_t digit : digits) value = value * 10 + (digit - u'0');
-  return value;
-}
-
+// The numbers are compared as floating-point numbers, as the fields are: beyond 2 to the 53rd
+// neighbouring numbers are equal.
 bool is_valid_sector(TextView text, TextView sectors_val) {
   return !text.empty() && Check_For_Valid_Sec(text) && text.size() <= sectors_val.size() &&
          floating_value(text) <= floating_value(sectors_val);

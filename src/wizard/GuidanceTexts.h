@@ -1,0 +1,29 @@
+// The guidance of the help line, step by step. Line breaks, typographic quotes and trailing blanks
+// belong to the texts.
+#pragma once
+
+#include "util/Text.h"
+
+namespace norvo::guidance {
+
+inline constexpr TextView drives =
+    u"\nSelect the storage media from List from which you want to recover Data. Press "
+    u"\u2018Next\u2019 button to continue... ";
+
+inline constexpr TextView entire_disk =
+    u"If \u2018Entire Disk\u2019 option is selected, Norvo Recovery searches lost data in the "
+    u"entire storage of selected disk. If you want to perform within a specific sector range or in "
+    u"specific partition, please select other searching criteria. Else press \u2018Next\u2019 "
+    u"button to start searching data in Entire disk.";
+
+inline constexpr TextView sector_range =
+    u"\u2018Sector Range\u2019 option provides facility to specify the range of start and end "
+    u"sector of storage media within which you want to perform searching for lost data. Please "
+    u"drag knob of Slider to enter sector range or you can also enter these values in Start Sector "
+    u"and End Sector fields manually.";
+
+inline constexpr TextView file_types =
+    u"\nPlease select the required extension type for recovery process. Press \u2018Next\u2019 "
+    u"button to continue... ";
+
+}  // namespace norvo::guidance

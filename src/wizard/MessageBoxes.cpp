@@ -1,0 +1,39 @@
+#include "wizard/MessageBoxes.h"
+
+#include <exception>
+
+#include "util/Diagnostics.h"
+
+namespace norvo {
+
+std::atomic<std::int32_t> yes_no_msg_val{0};
+
+void MessageBoxes::Show_MessageBox(TextView message) {
+  const Text text = u"\n" + Text(message);
+  try {
+    main_thread_.call_and_wait([&] { Main_Thread_Messgae(text); });
+  } catch (const std::exception& reason) {
+    Show_NSLog_Message(text_from_utf8_lossy(reason.what()));
+  }
+}
+
+void MessageBoxes::Main_Thread_Messgae(TextView text) {
+  static_cast<void>(show_msg(panel_, text));
+}
+
+bool MessageBoxes::Show_YES_NO_MessageBox(TextView question) {
+  main_thread_.call_and_wait([&] { Main_Thread_Messgae_Yes_No(question); });
+  return yes_no_msg_val == 1;
+}
+
+void MessageBoxes::Main_Thread_Messgae_Yes_No(TextView text) {
+  yes_no_msg_val = 0;
+  const AlertAnswer answer = panel_.run({.message = Text(text),
+                                         .default_button = u"Yes",
+                                         .alternate_button = {},
+                                         .other_button = u"No",
+                                         .informative_text = {}});
+  if (answer == AlertAnswer::default_button) yes_no_msg_val = 1;
+}
+
+}  // namespace norvo
