@@ -14,26 +14,33 @@ struct Edition {
   bool audio;
   TextView long_name;
   TextView support_address;
+  TextView page;
 };
 
-// In matching order. The support addresses lie in the domain reserved for examples until the
-// product has its own.
+// In matching order. All addresses lie in the domain reserved for examples until the product has
+// its own.
 constexpr std::array<Edition, 7> editions{{
     {u"Alder", u"ALD", false, false, true, false, u"Norvo Recovery for Drives",
-     u"alder@support.norvo.example"},
+     u"alder@support.norvo.example", u"alder"},
     {u"Birch", u"BIR", false, true, true, true, u"Norvo Recovery for Removable Media",
-     u"birch@support.norvo.example"},
+     u"birch@support.norvo.example", u"birch"},
     {u"Cedar", u"CED", false, true, true, false, u"Norvo Recovery for Cameras",
-     u"cedar@support.norvo.example"},
+     u"cedar@support.norvo.example", u"cedar"},
     {u"Larch", u"LAR", false, true, true, false, u"Norvo Recovery for Memory Cards",
-     u"larch@support.norvo.example"},
+     u"larch@support.norvo.example", u"larch"},
     {u"Maple", u"MAP", false, true, true, false, u"Norvo Recovery for Phones",
-     u"maple@support.norvo.example"},
+     u"maple@support.norvo.example", u"maple"},
     {u"Rowan", u"ROW", true, false, false, false, u"Norvo Recovery for Pictures",
-     u"rowan@support.norvo.example"},
+     u"rowan@support.norvo.example", u"rowan"},
     {u"Spruce", u"SPR", true, true, true, false, u"Norvo Recovery for All Media",
-     u"spruce@support.norvo.example"},
+     u"spruce@support.norvo.example", u"spruce"},
 }};
+
+constexpr std::array<TextView, editions.size()> keywords = [] {
+  std::array<TextView, editions.size()> list;
+  for (std::size_t i = 0; i < list.size(); ++i) list[i] = editions[i].keyword;
+  return list;
+}();
 
 constexpr TextView questionnaire =
     u"%0A%0AOperating%20system:%20%0A"
@@ -96,6 +103,10 @@ Text EditionProfile::raw_file_choice_title() const {
   return Find_Str(App_Name, u"Cedar") ? u"Recover Raw Files" : u"";
 }
 
+std::span<const TextView> edition_keywords() {
+  return keywords;
+}
+
 EditionProfile select_edition(TextView bundle_name) {
   EditionProfile profile;
   profile.App_Name = bundle_name;
@@ -106,6 +117,9 @@ EditionProfile select_edition(TextView bundle_name) {
     profile.APP_LONG_NAME = edition.long_name;
     profile.signature_files = file_names(edition);
     profile.support_address = edition.support_address;
+    profile.reseller_address = u"resellers@support.norvo.example";
+    profile.web_address = u"https://www.norvo.example";
+    profile.web_address_2 = u"https://www.norvo.example/" + Text(edition.page);
     break;
   }
   profile.support_with_content = support_mail(profile.support_address, profile.APP_LONG_NAME);

@@ -4,6 +4,7 @@
 #pragma once
 
 #include <cstdint>
+#include <span>
 
 #include "sigdb/SignatureTables.h"
 #include "util/Text.h"
@@ -16,7 +17,10 @@ struct EditionProfile {
   Text APP_LONG_NAME;          // window titles and mail subjects; empty without an edition
   bool USE_HARD_DISK = false;  // fixed disks are offered besides removable media
   SignatureFileNames signature_files;
-  Text support_address;
+  Text support_address;       // a mailbox
+  Text reseller_address;      // a mailbox
+  Text web_address;           // the program's pages
+  Text web_address_2;         // the edition's page
   Text support_with_content;  // the complete "mailto:" address of the contact action
 
   // Whether a keyword was found. Without one there are no signature files.
@@ -30,6 +34,9 @@ struct EditionProfile {
   bool hides_search_types() const;
   Text raw_file_choice_title() const;
 };
+
+// The keywords of the seven editions, in the order in which a bundle name is searched for them.
+std::span<const TextView> edition_keywords();
 
 // The edition that `bundle_name` selects. Case-sensitive; a name with two keywords takes the one
 // that comes first in the order Alder, Birch, Cedar, Larch, Maple, Rowan, Spruce.

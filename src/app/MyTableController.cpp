@@ -34,7 +34,7 @@ void MyTableController::load_signature_tables(const std::filesystem::path& resou
   tables_.load(resource_folder, profile_.signature_files);
 }
 
-void MyTableController::start_search(const ScanRequest& request) {
+void MyTableController::start_search(const ScanRequest& request, FileWitnesses* witnesses) {
   worker_.wait();
   timer_.invalidate();
   request_ = request;
@@ -44,17 +44,17 @@ void MyTableController::start_search(const ScanRequest& request) {
                             .results = *this,
                             .operations = operations_,
                             .timer = timer_,
-                            .read_with_helper = std::thread::hardware_concurrency() > 1};
+                            .read_with_helper = std::thread::hardware_concurrency() > 1,
+                            .witnesses = witnesses};
   if (request_.Recovery_MODE == 0) {
     worker_.start(context, [this, context] { Photo_Rec_Thread(context, tables_); });
     return;
   }
-  hand_over_selection();
   worker_.start(context, [this, context] { Raw_File_Rec_Thread(context, selected_tables_); });
 }
 
-void MyTableController::hand_over_selection() {
-  selected_tables_ = check_list_.selected_tables(tables_of_mode(tables_, request_.Recovery_MODE));
+void MyTableController::hand_over_selection(std::int32_t Recovery_MODE) {
+  selected_tables_ = check_list_.selected_tables(tables_of_mode(tables_, Recovery_MODE));
   found_files_.clear();
   for (const FileTypeEntry& type : check_list_.rows()) {
     if (!type.State) continue;
@@ -80,11 +80,22 @@ void MyTableController::addImageWithPath(const std::filesystem::path& path, Text
   listener_.file_reported(path, imageName, image_UID, report);
 }
 
+void MyTableController::addImageWithData(std::span<const std::byte> imageData, TextView imageName,
+                                         TextView image_UID, ThumbnailMaker& maker) {
+  const ItemReport report = gallery_.addImageWithData(imageData, imageName, image_UID, maker);
+  listener_.file_reported({}, imageName, image_UID, report);
+}
+
 void MyTableController::addImageWithPath_2(const std::filesystem::path& path, TextView imageName,
                                            TextView image_UID) {
   const ItemReport report = gallery_.addImageWithPath_2(path, imageName, image_UID);
   if (report.item_added) found_files_.count_file(path, imageName);
   listener_.file_reported(path, imageName, image_UID, report);
+}
+
+void MyTableController::empty_images() {
+  gallery_.empty_images();
+  listener_.images_emptied();
 }
 
 }  // namespace norvo

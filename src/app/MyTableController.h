@@ -7,8 +7,8 @@
 
 #include <cstdint>
 #include <filesystem>
-#include <limits>
 #include <optional>
+#include <span>
 
 #include "app/EditionProfile.h"
 #include "engine/PassSteps.h"
@@ -22,6 +22,7 @@
 #include "sigdb/FileTypeCheckList.h"
 #include "sigdb/SignatureTables.h"
 #include "util/Alert.h"
+#include "wizard/WizardState.h"
 
 namespace norvo {
 
@@ -29,8 +30,12 @@ namespace norvo {
 class ReportListener {
  public:
   virtual ~ReportListener() = default;
+  // `path` is empty for a photo that exists in memory only.
   virtual void file_reported(const std::filesystem::path& path, TextView imageName,
                              TextView image_UID, const ItemReport& report) = 0;
+
+  // The list of shown items was emptied.
+  virtual void images_emptied() = 0;
 };
 
 class MyTableController final : private ScanResults {
@@ -48,7 +53,7 @@ class MyTableController final : private ScanResults {
   const EditionProfile& profile() const { return profile_; }
   const SignatureTables& tables() const { return tables_; }
   ScanState& state() { return state_; }
-  const Gallery& gallery() const { return gallery_; }
+  Gallery& gallery() { return gallery_; }
 
   // Loads the edition's signature files; part of the interface's set-up, once.
   void load_signature_tables(const std::filesystem::path& resource_folder);
@@ -57,10 +62,14 @@ class MyTableController final : private ScanResults {
   FileTypeCheckList& check_list() { return check_list_; }
   const FoundFilesTable& found_files() const { return found_files_; }
 
+  // Makes the tables of the ticked types of a search type other than photos, and the row that each
+  // gets in the found-files table, in place of the previous ones.
+  void hand_over_selection(std::int32_t Recovery_MODE);
+
   // Starts the search of the request's type on the worker thread, with its timer. The previous one
-  // has ended. Other searches than for photos take the ticked types of the check list, each of
-  // which gets a row of the found-files table.
-  void start_search(const ScanRequest& request);
+  // has ended. Other searches than for photos take the tables that were handed over last.
+  // `witnesses` see what the files consist of, and outlive the search; null for nobody.
+  void start_search(const ScanRequest& request, FileWitnesses* witnesses = nullptr);
 
   // Returns when the worker has ended.
   void wait_for_worker();
@@ -71,24 +80,15 @@ class MyTableController final : private ScanResults {
   // The Stop button. Main thread.
   void stop_usb_disk(AlertPanel& panel);
 
-  // The search type that the person chose: 0 photo, 1 video, 2 raw file, 3 audio. Main thread, as
-  // the fields below.
-  std::int32_t Recovery_MODE = 0;
+  // Reports a photo that exists as encoded bytes only, as the gallery takes it. The thread that
+  // reports the search's files; `maker` is asked on it.
+  void addImageWithData(std::span<const std::byte> imageData, TextView imageName,
+                        TextView image_UID, ThumbnailMaker& maker);
 
-  // The wizard's step, 0 to 3.
-  std::int32_t screen_counter = 0;
-
-  // The item of the file window that was selected last.
-  static constexpr auto no_previous_selection =
-      static_cast<std::uint64_t>(std::numeric_limits<std::int64_t>::max());
-  std::uint64_t Prev_Index = no_previous_selection;
-
-  // Size in bytes, as decimal digits, and media name of a whole disk.
-  Text Parent_Disk_Size;
-  Text Parent_Media_Name;
+  // Where the person is in the wizard. Main thread.
+  WizardState wizard;
 
  private:
-  void hand_over_selection();
   void addImageWithPath(const std::filesystem::path& path, TextView imageName,
                         TextView image_UID) override;
   void addImageWithPath_2(const std::filesystem::path& path, TextView imageName,
@@ -98,7 +98,7 @@ class MyTableController final : private ScanResults {
   }
   std::uint64_t Shown_Item_Count() const override { return gallery_.Shown_Item_Count(); }
   void reset_Shown_Item_Count() override { gallery_.reset_Shown_Item_Count(); }
-  void empty_images() override { gallery_.empty_images(); }
+  void empty_images() override;
 
   EditionProfile profile_;
   DeviceOpener& opener_;

@@ -77,6 +77,12 @@ TEST_P(EditionTest, HasALongNameAndASupportAddressOfItsOwn) {
   EXPECT_NE(profile_.support_address.find(u'@'), Text::npos);
 }
 
+TEST_P(EditionTest, HasPagesOnTheWebOneOfThemItsOwn) {
+  EXPECT_TRUE(profile_.web_address.starts_with(u"https://"));
+  const Text page = fold_case(Text(GetParam().keyword));
+  EXPECT_EQ(profile_.web_address_2, profile_.web_address + u"/" + page);
+}
+
 TEST_P(EditionTest, IsFoundAnywhereInTheName) {
   const Text keyword(GetParam().keyword);
   for (const Text& name : {keyword, u"x" + keyword, keyword + u"2", u"My" + keyword + u"App"}) {

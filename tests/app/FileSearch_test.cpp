@@ -32,6 +32,9 @@ class ReportList final : public ReportListener {
     added.push_back(report.item_added);
   }
 
+  void images_emptied() override { ++emptied; }
+
+  int emptied = 0;
   std::vector<test::Report> reports;
   std::vector<bool> added;
 };
@@ -52,9 +55,8 @@ class FileSearchTest : public testing::Test {
       test::write_file(folder_.path() / (name + ".dll"), general);
       test::write_file(folder_.path() / (name + "Adv.dll"), thorough);
     }
-    for (const std::string& sector :
-         {test::zero_sectors(1), avi_, sector_of("", 'a'), mov_, sector_of("", 'b'), ts_,
-          sector_of("", 'c')}) {
+    for (const std::string& sector : {test::zero_sectors(1), avi_, sector_of("", 'a'), mov_,
+                                      sector_of("", 'b'), ts_, sector_of("", 'c')}) {
       medium_.bytes.insert(medium_.bytes.end(), sector.begin(), sector.end());
     }
   }
@@ -76,6 +78,7 @@ class FileSearchTest : public testing::Test {
   }
 
   void search(MyTableController& controller, const ScanRequest& request) {
+    controller.hand_over_selection(request.Recovery_MODE);
     controller.start_search(request);
     controller.wait_for_worker();
   }
@@ -153,6 +156,7 @@ TEST_F(FileSearchTest, FillsTheFileWindow) {
   EXPECT_EQ(controller.gallery().Shown_Item_Count(), 4U);
   EXPECT_EQ(controller.gallery().item(0),
             (MyImageObject{.path = results("General Recovery Results/AVI/AVI00001.AVI"),
+                           .image = {.file_type = u"AVI", .points = 16},
                            .image_Name = u"AVI00001.AVI",
                            .image_UID = u"AVI00001.AVI"}));
   EXPECT_THAT(list_.added, ElementsAre(true, true, true, true));
@@ -230,8 +234,7 @@ TEST_F(FileSearchTest, RawFilesAndAudioHaveTablesAndFoldersOfTheirOwn) {
     MyTableController controller(edition, opener_, recorder_, list_);
     prepare(controller, mode);
     search(controller, request(mode));
-    EXPECT_THAT(names(),
-                ElementsAre("AVI00001.AVI", "MOV00001.MOV", "MOV00002.MOV", "TS00001.TS"));
+    EXPECT_THAT(names(), ElementsAre("AVI00001.AVI", "MOV00001.MOV", "MOV00002.MOV", "TS00001.TS"));
     EXPECT_TRUE(fs::exists(results("General Recovery Results/AVI/AVI00001.AVI", root)));
     EXPECT_EQ(std::distance(fs::directory_iterator(results("", "")), {}), 1);
   }
@@ -240,9 +243,9 @@ TEST_F(FileSearchTest, RawFilesAndAudioHaveTablesAndFoldersOfTheirOwn) {
 TEST_F(FileSearchTest, AFileThatTheFullFileWindowHasNoRoomForIsReportedAndNotCounted) {
   medium_.bytes.clear();
   for (int i = 0; i < 668; ++i) medium_.bytes.insert(medium_.bytes.end(), mov_.begin(), mov_.end());
-  test::write_file(folder_.path() / "SPRVideo.dll", record("mov", "4D4F5631") +
-                                                        record("mp4", "4D4F5631") +
-                                                        record("m4v", "4D4F5631"));
+  test::write_file(
+      folder_.path() / "SPRVideo.dll",
+      record("mov", "4D4F5631") + record("mp4", "4D4F5631") + record("m4v", "4D4F5631"));
   MyTableController controller(u"Norvo Spruce", opener_, recorder_, list_);
   prepare(controller);
   ScanRequest general_only = request();

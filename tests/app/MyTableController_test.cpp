@@ -38,6 +38,9 @@ class ReportList final : public ReportListener {
     added.push_back(report.item_added);
   }
 
+  void images_emptied() override { ++emptied; }
+
+  int emptied = 0;
   std::vector<test::Report> reports;
   std::vector<bool> added;
 };
@@ -54,6 +57,14 @@ class AnsweringPanel final : public AlertPanel {
 
  private:
   AlertAnswer answer_;
+};
+
+class SixByteMaker final : public ThumbnailMaker {
+ public:
+  std::vector<std::byte> png_thumbnail(std::span<const std::byte> /*encoded*/,
+                                       std::uint32_t /*pixels*/) override {
+    return std::vector<std::byte>(6);
+  }
 };
 
 // A slow drive of zeros that notices when it is closed under a read. Its read at `stop_at` asks the
@@ -169,11 +180,9 @@ TEST_F(ControllerTest, IsTheDefaultInstanceForAsLongAsItLives) {
 
 TEST_F(ControllerTest, BeginsWithItsInitialState) {
   MyTableController controller(u"Norvo Spruce", opener_, recorder_, list_);
-  EXPECT_EQ(controller.Prev_Index, 9223372036854775807U);
-  EXPECT_EQ(controller.Recovery_MODE, 0);
-  EXPECT_EQ(controller.screen_counter, 0);
-  EXPECT_EQ(controller.Parent_Disk_Size, u"");
-  EXPECT_EQ(controller.Parent_Media_Name, u"");
+  EXPECT_EQ(controller.wizard.Prev_Index, 9223372036854775807U);
+  EXPECT_EQ(controller.wizard.Recovery_MODE, 0);
+  EXPECT_EQ(controller.wizard.screen_counter, 0);
   const ScanState& state = controller.state();
   EXPECT_EQ(state.stop_now, 0);
   EXPECT_EQ(state.stop_screen_already_show, 0);
@@ -243,6 +252,19 @@ TEST_F(ControllerTest, ASearchFillsTheGallery) {
   EXPECT_EQ(controller.gallery().Shown_Item_Count(), 3U);
   ASSERT_TRUE(controller.gallery().item(2).has_value());
   EXPECT_EQ(controller.gallery().item(2)->image_UID, u"THD00001.PNG");
+}
+
+TEST_F(ControllerTest, APhotoInMemoryIsAnItemAndIsReportedWithoutAPath) {
+  const std::vector<std::byte> photo(3);
+  SixByteMaker maker;
+  MyTableController controller(u"Norvo Spruce", opener_, recorder_, list_);
+  controller.addImageWithData(photo, u"a.jpg", u"uid", maker);
+  controller.addImageWithData({}, u"b.jpg", u"uid", maker);
+  ASSERT_EQ(controller.gallery().size(), 1U);
+  EXPECT_EQ(controller.gallery().item(0)->imageData->size(), 6U);
+  EXPECT_THAT(list_.reports,
+              ElementsAre(test::Report{"", u"a.jpg", u"uid"}, test::Report{"", u"b.jpg", u"uid"}));
+  EXPECT_THAT(list_.added, ElementsAre(true, false));
 }
 
 TEST_F(ControllerTest, ASearchPostsTheFinalScreenOnceAndTheScreenEndsIt) {

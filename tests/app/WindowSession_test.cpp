@@ -1,0 +1,217 @@
+// What the person does in the window, handed to the part that answers for it.
+#include "app/WindowSession.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <string>
+#include <vector>
+
+#include "app/SessionHarness.h"
+#include "support/FileContent.h"
+#include "wizard/ScreenLists.h"
+
+namespace norvo::test {
+namespace {
+
+using testing::Contains;
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+class WindowSessionTest : public testing::Test {
+ protected:
+  std::vector<std::string> clicked(Control control) {
+    bench_.happened();
+    bench_.session->clicked(control);
+    return bench_.happened();
+  }
+  std::vector<std::string> changed(Control control, double value) {
+    bench_.happened();
+    bench_.view.move(control, value);
+    bench_.session->changed(control);
+    return bench_.happened();
+  }
+  std::vector<std::string> typed(Control control, TextView text) {
+    bench_.happened();
+    bench_.view.type(control, text);
+    bench_.session->changed(control);
+    return bench_.happened();
+  }
+  void add(const std::string& path) {
+    bench_.controller.gallery().addImageWithPath(path, text_from_utf8_lossy(path), u"uid");
+  }
+
+  SessionHarness bench_;
+};
+
+TEST_F(WindowSessionTest, BeginsOnTheFirstScreenOfItsEdition) {
+  EXPECT_EQ(bench_.view.visible(), drive_screen + Names{"_rec_mode_Audio"});
+  EXPECT_EQ(bench_.view.title(), u"Norvo Recovery for Removable Media");
+  EXPECT_EQ(bench_.drives.numberOfRows(), 1U);
+  EXPECT_EQ(bench_.controller.tables().Ext_Array.size(), 7U) << "the signatures are loaded";
+  EXPECT_FALSE(bench_.session->is_searching());
+}
+
+TEST_F(WindowSessionTest, RadiosChooseTheSearchType) {
+  EXPECT_THAT(clicked(Control::rec_mode_Audio),
+              ElementsAre("on _rec_mode_Audio", "off _rec_mode_Photo", "off _rec_mode_Video",
+                          "off _rec_mode_RawFile"));
+  const Control radios[] = {Control::rec_mode_Photo, Control::rec_mode_Video,
+                            Control::rec_mode_RawFile, Control::rec_mode_Audio};
+  for (std::int32_t mode = 0; mode < 4; ++mode) {
+    clicked(radios[mode]);
+    EXPECT_EQ(bench_.controller.wizard.Recovery_MODE, mode);
+  }
+}
+
+TEST_F(WindowSessionTest, TheRefreshButtonRebuildsTheList) {
+  EXPECT_THAT(clicked(Control::refresh_btn), ElementsAre("show_LoadDrive", "enumerate drives",
+                                                         "reload idTableView", "hide_LoadDrive"));
+}
+
+TEST_F(WindowSessionTest, EachPageHasItsOwnRangeButtons) {
+  struct Buttons {
+    std::int32_t mode;
+    std::string suffix;
+    Control range;
+    Control entire;
+  };
+  for (const Buttons& page :
+       {Buttons{0, "", Control::sector_range_rd, Control::entire_disk_rd},
+        Buttons{1, "_Sig", Control::sector_range_rd_Sig, Control::entire_disk_rd_Sig}}) {
+    bench_.go_to_settings(page.mode);
+    clicked(page.range);
+    EXPECT_TRUE(bench_.view.visible().contains("_Start_Slider" + page.suffix));
+    clicked(page.entire);
+    EXPECT_FALSE(bench_.view.visible().contains("_Start_Slider" + page.suffix));
+    clicked(Control::back_btn);
+  }
+}
+
+TEST_F(WindowSessionTest, EachSliderWritesItsOwnText) {
+  EXPECT_THAT(changed(Control::Start_Slider, 1), ElementsAre(text_set("_Start_slider_val", "1")));
+  EXPECT_THAT(changed(Control::End_Slider, 2), ElementsAre(text_set("_End_slider_val", "2")));
+  EXPECT_THAT(changed(Control::Start_Slider_Sig, 3),
+              ElementsAre(text_set("_Start_slider_val_Sig", "3")));
+  EXPECT_THAT(changed(Control::End_Slider_Sig, 4),
+              ElementsAre(text_set("_End_slider_val_Sig", "4")));
+  EXPECT_THAT(changed(Control::zoom_slider, 0.75), ElementsAre("value imageBrowser 0.75"));
+}
+
+TEST_F(WindowSessionTest, EachTextMovesItsOwnSlider) {
+  bench_.go_to_settings(0);
+  EXPECT_THAT(typed(Control::Start_slider_val, u"1"), ElementsAre("value _Start_Slider 1"));
+  EXPECT_EQ(bench_.view.value(Control::Start_Slider), 1);
+  typed(Control::End_slider_val, u"2");
+  EXPECT_EQ(bench_.view.value(Control::End_Slider), 2);
+  typed(Control::Start_slider_val_Sig, u"3");
+  EXPECT_EQ(bench_.view.value(Control::Start_Slider_Sig), 3);
+  typed(Control::End_slider_val_Sig, u"4");
+  EXPECT_EQ(bench_.view.value(Control::End_Slider_Sig), 4);
+  EXPECT_THAT(typed(Control::path, u"/5"), IsEmpty());
+}
+
+TEST_F(WindowSessionTest, BothBrowseButtonsFillBothFields) {
+  bench_.go_to_settings(0);
+  bench_.notices.chosen_folder = bench_.folder.path();
+  for (const Control button : {Control::browse_path, Control::browse_path_Sig}) {
+    bench_.view.type(Control::path, u"");
+    bench_.view.type(Control::path_Sig, u"");
+    clicked(button);
+    EXPECT_EQ(bench_.view.text(Control::path), text_from_utf8_lossy(bench_.folder.path().native()));
+    EXPECT_EQ(bench_.view.text(Control::path_Sig), bench_.view.text(Control::path));
+  }
+}
+
+TEST_F(WindowSessionTest, TheHelpContactAndExitButtonsDoWhatTheySay) {
+  write_file(bench_.folder.path() / "Help.pdf", "help");
+  EXPECT_THAT(clicked(Control::help_btn),
+              ElementsAre("open " + (bench_.folder.path() / "Help.pdf").string()));
+  EXPECT_THAT(clicked(Control::contact_btn), ElementsAre("run Help_Support"));
+  EXPECT_THAT(clicked(Control::exit_btn),
+              ElementsAre("alert \"\nDo you really want to exit from Norvo Recovery "
+                          "Software?\" [Yes|No]",
+                          "terminate"));
+  bench_.session->contact_clicked("Copy_Email");
+  EXPECT_THAT(bench_.happened(),
+              ElementsAre("copy birch@support.norvo.example", told("Text copied successfully.")));
+}
+
+TEST_F(WindowSessionTest, OtherControlsDoNothing) {
+  for (const Control control : {Control::Thro_Mode_Chk, Control::Thro_Mode_Chk_SIG,
+                                Control::help_info, Control::idTableView}) {
+    EXPECT_THAT(clicked(control), IsEmpty());
+  }
+}
+
+TEST_F(WindowSessionTest, TheOpenFolderButtonsSayWhenThereIsNothing) {
+  for (const Control button : {Control::open_folder, Control::open_folder_Sig}) {
+    EXPECT_THAT(clicked(button), ElementsAre(told("Destination folder does not exist!")));
+  }
+}
+
+TEST_F(WindowSessionTest, ResultViewsCanBeWorkedWith) {
+  for (const char* path : {"/out/a", "/out/b", "/out/c"}) add(path);
+  bench_.session->double_clicked(Control::imageBrowser, 1);
+  bench_.session->removed(Control::imageBrowser, {0});
+  bench_.session->moved(Control::imageBrowser_2, {0}, 2);
+  EXPECT_THAT(bench_.happened(),
+              ElementsAre("open /out/b", "reload imageBrowser", "reload imageBrowser_2"));
+  EXPECT_EQ(bench_.controller.gallery().item(0)->path, "/out/c");
+  EXPECT_EQ(bench_.controller.gallery().item(1)->path, "/out/b");
+}
+
+TEST_F(WindowSessionTest, OnlyTheFileWindowPreviewsItsSelection) {
+  add("/out/a");
+  bench_.view.person_selects(Control::imageBrowser, 0);
+  bench_.view.person_selects(Control::imageBrowser_2, 0);
+  bench_.session->selection_changed(Control::imageBrowser);
+  EXPECT_THAT(bench_.happened(), IsEmpty());
+  bench_.session->selection_changed(Control::imageBrowser_2);
+  EXPECT_THAT(bench_.happened(),
+              ElementsAre("clear preview", text_set("_QuickLook_View_Box", "a"), "preview /out/a"));
+}
+
+TEST_F(WindowSessionTest, AStopDuringAPreviewLeadsToTheFinalScreenASecondAfterIt) {
+  bench_.session->preview_shown();
+  EXPECT_THAT(bench_.main_thread.delays, IsEmpty()) << "nobody has asked for a stop";
+  bench_.controller.state().stop_now = 1;
+  bench_.session->preview_shown();
+  EXPECT_THAT(bench_.main_thread.delays, ElementsAre(std::chrono::milliseconds(1000)));
+  EXPECT_THAT(bench_.happened(), IsEmpty()) << "the preview is looked at";
+  bench_.main_thread.run_all();
+  EXPECT_THAT(bench_.happened(), Contains("run SaveFile_Info"));
+}
+
+TEST_F(WindowSessionTest, ThePlaceholderOfTheResourcesIsNotOpened) {
+  add((bench_.folder.path() / "NoPreview.png").string());
+  bench_.session->double_clicked(Control::imageBrowser, 0);
+  EXPECT_THAT(bench_.happened(), IsEmpty());
+}
+
+TEST_F(WindowSessionTest, ADiskImageThatCannotBeReadIsToldOf) {
+  bench_.session->disk_image_chosen(bench_.folder.path() / "miss\u202Eing.img");
+  EXPECT_THAT(bench_.happened(),
+              ElementsAre(told("“miss\uFFFDing.img” cannot be searched: it is no readable disk "
+                               "image.")));
+  EXPECT_EQ(bench_.drives.numberOfRows(), 1U);
+}
+
+TEST(PresentationOfAnEdition, TakesEverythingFromTheProfile) {
+  const EditionProfile profile = select_edition(u"Norvo Cedar Rowan");
+  const EditionPresentation edition = presentation_of(profile);
+  EXPECT_EQ(edition.APP_LONG_NAME, u"Norvo Recovery for Cameras");
+  EXPECT_EQ(edition.Rec_Folder_Name, u"Norvo Cedar Rowan Results");
+  EXPECT_EQ(edition.signature_files, profile.signature_files);
+  EXPECT_TRUE(edition.hides_search_types);
+  EXPECT_EQ(edition.raw_file_choice_title, u"Recover Raw Files");
+  EXPECT_EQ(edition.support_address, profile.support_address);
+  EXPECT_EQ(edition.reseller_address, profile.reseller_address);
+  EXPECT_EQ(edition.support_with_content, profile.support_with_content);
+  EXPECT_EQ(edition.web_address, profile.web_address);
+  EXPECT_EQ(edition.web_address_2, profile.web_address_2);
+}
+
+}  // namespace
+}  // namespace norvo::test
