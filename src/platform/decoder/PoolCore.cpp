@@ -1,0 +1,320 @@
+#include "platform/decoder/PoolCore.h"
+
+#include <fcntl.h>
+#include <poll.h>
+#include <signal.h>
+#include <sys/stat.h>
+
+#include <algorithm>
+#include <utility>
+
+namespace norvo {
+namespace {
+
+// What a cancelled file may still take of its decoder, which a new process would cost as well.
+constexpr std::chrono::milliseconds grace_of_cancelled{100};
+// Between two looks at a file that is near the end of its time.
+constexpr std::chrono::milliseconds shortest_look{20};
+// How long the destructor looks after killed processes.
+constexpr std::chrono::milliseconds patience_with_dying{1000};
+
+unsigned number_of_processes(unsigned wanted) {
+  if (wanted != 0) return wanted;
+  const unsigned cores = std::thread::hardware_concurrency();
+  return cores > 1 ? cores - 1 : 1;
+}
+
+// O_NONBLOCK: opening a pipe must not wait for its other end.
+UniqueFd open_regular_file(const std::filesystem::path& path) {
+  UniqueFd file(open(path.c_str(), O_RDONLY | O_NOFOLLOW | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
+  struct stat status {};
+  if (!file || fstat(file.get(), &status) != 0 || !S_ISREG(status.st_mode)) return {};
+  return file;
+}
+
+std::string extension_for_request(const std::filesystem::path& path) {
+  const std::string extension = path.extension().native();
+  return portable_extension(extension.empty() ? extension : extension.substr(1));
+}
+
+PictureSize allowed_box(PictureSize box) {
+  return {.width = std::clamp<std::uint32_t>(box.width, 1, longest_picture_side),
+          .height = std::clamp<std::uint32_t>(box.height, 1, longest_picture_side)};
+}
+
+DecoderResult without_picture(DecoderFailure failure) {
+  DecoderResult result;
+  result.failure = failure;
+  return result;
+}
+
+// A process that ended is noticed by its answer that does not come.
+void block_broken_pipe_signal() {
+  sigset_t signals;
+  sigemptyset(&signals);
+  sigaddset(&signals, SIGPIPE);
+  pthread_sigmask(SIG_BLOCK, &signals, nullptr);
+}
+
+}  // namespace
+
+PoolCore::PoolCore(DecoderPoolSettings settings, DecoderPool::Callback callback)
+    : settings_(std::move(settings)),
+      callback_(std::move(callback)),
+      seats_(number_of_processes(settings_.processes)),
+      thread_([this] { run(); }) {
+}
+
+PoolCore::~PoolCore() {
+  {
+    const std::lock_guard lock(mutex_);
+    ending_ = true;
+  }
+  wake_.wake();
+  thread_.join();
+}
+
+void PoolCore::request(DecoderJob job) {
+  {
+    const std::lock_guard lock(mutex_);
+    queue_.push({.id = job.id, .purpose = DecoderPurpose::picture, .priority = job.priority});
+    job.box = allowed_box(job.box);
+    const std::uint64_t id = job.id;
+    jobs_.insert_or_assign(id, Pending{.job = std::move(job)});
+  }
+  wake_.wake();
+}
+
+void PoolCore::set_priority(std::uint64_t id, std::int32_t priority) {
+  const std::lock_guard lock(mutex_);
+  const auto pending = jobs_.find(id);
+  if (pending == jobs_.end()) return;
+  pending->second.job.priority = priority;
+  queue_.set_priority(id, priority);
+}
+
+void PoolCore::cancel(std::uint64_t id) {
+  {
+    const std::lock_guard lock(mutex_);
+    queue_.remove(id);
+    jobs_.erase(id);
+  }
+  wake_.wake();
+}
+
+void PoolCore::cancel_all() {
+  {
+    const std::lock_guard lock(mutex_);
+    queue_.clear();
+    jobs_.clear();
+  }
+  wake_.wake();
+}
+
+void PoolCore::run() {
+  block_broken_pipe_signal();
+  while (true) {
+    {
+      const std::lock_guard lock(mutex_);
+      if (ending_) break;
+    }
+    shorten_cancelled();
+    give_work();
+    wait();
+    for (Seat& seat : seats_) {
+      if (seat.work) look_at(seat);
+    }
+    bury();
+  }
+  for (Seat& seat : seats_) dismiss(seat);
+  const auto end = Clock::now() + patience_with_dying;
+  while (!dying_.empty() && Clock::now() < end) {
+    bury();
+    std::this_thread::sleep_for(std::chrono::milliseconds(1));
+  }
+}
+
+// Sleeps until a decoder says something, a deadline passes or somebody calls.
+void PoolCore::wait() {
+  std::vector<pollfd> watched{{.fd = wake_.descriptor(), .events = POLLIN, .revents = 0}};
+  auto until = Clock::time_point::max();
+  if (!dying_.empty()) until = Clock::now() + std::chrono::milliseconds(20);
+  for (const Seat& seat : seats_) {
+    if (!seat.work) continue;
+    watched.push_back({.fd = seat.process->descriptor(), .events = POLLIN, .revents = 0});
+    until = std::min(until, seat.deadline);
+  }
+  int milliseconds = -1;
+  if (until != Clock::time_point::max()) {
+    const auto left = std::chrono::ceil<std::chrono::milliseconds>(until - Clock::now());
+    milliseconds = static_cast<int>(std::clamp<std::int64_t>(left.count(), 0, 60'000));
+  }
+  poll(watched.data(), static_cast<nfds_t>(watched.size()), milliseconds);
+  wake_.clear();
+}
+
+void PoolCore::look_at(Seat& seat) {
+  switch (seat.process->receive()) {
+    case DecoderProcess::Progress::answered:
+      answered(seat);
+      break;
+    case DecoderProcess::Progress::bad_answer:
+      failed(seat, DecoderFailure::bad_answer);
+      break;
+    case DecoderProcess::Progress::ended:
+      failed(seat, DecoderFailure::died);
+      break;
+    case DecoderProcess::Progress::waiting:
+      if (Clock::now() < seat.deadline) break;
+      const auto left = time_left(seat);
+      if (left <= Clock::duration::zero()) return failed(seat, DecoderFailure::time_limit);
+      seat.deadline = Clock::now() + std::max<Clock::duration>(left, shortest_look);
+      break;
+  }
+}
+
+// Of a file whose deadline has passed: its process may have waited for a processor meanwhile.
+PoolCore::Clock::duration PoolCore::time_left(const Seat& seat) const {
+  const auto computed = seat.process->processor_time();
+  if (!computed || !seat.computed_before) return {};
+  const auto left = settings_.time_limit - (*computed - *seat.computed_before);
+  return std::min<Clock::duration>(left, seat.end - Clock::now());
+}
+
+// A file that nobody waits for any more does not hold up the next one.
+void PoolCore::shorten_cancelled() {
+  const auto soon = Clock::now() + grace_of_cancelled;
+  const std::lock_guard lock(mutex_);
+  for (Seat& seat : seats_) {
+    if (!seat.work) continue;
+    const auto pending = jobs_.find(seat.work->entry.id);
+    const bool wanted = pending != jobs_.end() && pending->second.serial == seat.work->serial;
+    if (wanted) continue;
+    seat.end = std::min(seat.end, soon);
+    seat.deadline = std::min(seat.deadline, soon);
+  }
+}
+
+void PoolCore::give_work() {
+  for (Seat& seat : seats_) {
+    while (!seat.work) {
+      std::optional<Work> work = next_work();
+      if (!work) return;
+      begin(seat, std::move(*work));
+    }
+  }
+}
+
+std::optional<PoolCore::Work> PoolCore::next_work() {
+  const std::lock_guard lock(mutex_);
+  if (ending_) return std::nullopt;
+  const std::optional<JobQueue::Entry> entry = queue_.pop();
+  if (!entry) return std::nullopt;
+  Pending& pending = jobs_.at(entry->id);
+  pending.serial = ++serials_;
+  return Work{.entry = *entry, .job = pending.job, .serial = pending.serial};
+}
+
+void PoolCore::begin(Seat& seat, Work work) {
+  std::shared_ptr<const UniqueFd> file = work.job.file;
+  if (!file) file = std::make_shared<const UniqueFd>(open_regular_file(work.job.path));
+  if (!*file) return hand_over(work, without_picture(DecoderFailure::file));
+  const DecoderRequest request{.serial = work.serial,
+                               .purpose = work.entry.purpose,
+                               .box = work.job.box,
+                               .extension = extension_for_request(work.job.path)};
+  if (!send(seat, request, file->get())) {
+    return hand_over(work, without_picture(DecoderFailure::no_decoder));
+  }
+  ++seat.files;
+  seat.computed_before = seat.process->processor_time();
+  seat.end = Clock::now() + settings_.patience;
+  seat.deadline = std::min(Clock::now() + settings_.time_limit, seat.end);
+  seat.work = std::move(work);
+}
+
+// To the process of the seat, or to a fresh one when it has ended meanwhile or has another rank.
+bool PoolCore::send(Seat& seat, const DecoderRequest& request, int file) {
+  const DecoderRank rank = background_ ? DecoderRank::background : DecoderRank::usual;
+  const bool fits = seat.process && seat.process->rank() == rank;
+  if (fits && seat.process->send(request, file)) return true;
+  dismiss(seat);
+  DecoderProcess fresh(settings_.decoder, settings_.memory_limit, rank);
+  if (!fresh.is_running()) return false;
+  ++started_;
+  seat.process.emplace(std::move(fresh));
+  return seat.process->send(request, file);
+}
+
+void PoolCore::answered(Seat& seat) {
+  const Work work = std::move(*seat.work);
+  seat.work.reset();
+  DecoderResult result;
+  result.picture = seat.process->take_picture();
+  result.verdict = seat.process->answer().verdict;
+  if (seat.files >= settings_.files_per_process) dismiss(seat);
+  hand_over(work, std::move(result));
+}
+
+void PoolCore::failed(Seat& seat, DecoderFailure failure) {
+  const Work work = std::move(*seat.work);
+  seat.work.reset();
+  // An earlier file may have left the damage that this one suffered from.
+  const bool was_fresh = seat.files <= 1;
+  dismiss(seat);
+  if (failure != DecoderFailure::time_limit && !was_fresh && try_again(work)) return;
+  hand_over(work, without_picture(failure));
+}
+
+bool PoolCore::try_again(const Work& work) {
+  const std::lock_guard lock(mutex_);
+  const auto pending = jobs_.find(work.entry.id);
+  if (pending == jobs_.end() || pending->second.serial != work.serial) return false;
+  if (std::exchange(pending->second.second_try, true)) return false;
+  pending->second.serial = 0;
+  queue_.push(work.entry);
+  return true;
+}
+
+// Fills in what follows from the job, and calls back unless the job was cancelled.
+void PoolCore::hand_over(const Work& work, DecoderResult result) {
+  result.id = work.entry.id;
+  {
+    const std::lock_guard lock(mutex_);
+    const auto pending = jobs_.find(work.entry.id);
+    if (ending_ || pending == jobs_.end() || pending->second.serial != work.serial) return;
+    const bool verdict_is_open = work.entry.purpose == DecoderPurpose::picture &&
+                                 result.failure == DecoderFailure::none &&
+                                 result.verdict.completeness == Completeness::not_known;
+    result.is_last = !(verdict_is_open && pending->second.job.wants_verdict);
+    if (result.is_last) {
+      jobs_.erase(pending);
+    } else {
+      pending->second.serial = 0;
+      pending->second.second_try = false;
+      queue_.push({.id = work.entry.id,
+                   .purpose = DecoderPurpose::verdict,
+                   .priority = pending->second.job.priority});
+    }
+  }
+  callback_(result);
+}
+
+void PoolCore::dismiss(Seat& seat) {
+  if (!seat.process) return;
+  seat.process->kill();
+  dying_.push_back(std::move(*seat.process));
+  seat.process.reset();
+  seat.files = 0;
+}
+
+void PoolCore::bury() {
+  // Taken out from the end, as a process cannot be assigned to.
+  std::vector<DecoderProcess> left;
+  for (DecoderProcess& process : dying_) {
+    if (!process.has_ended()) left.push_back(std::move(process));
+  }
+  dying_.swap(left);
+}
+
+}  // namespace norvo

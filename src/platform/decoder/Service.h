@@ -1,0 +1,17 @@
+// The loop of a decoder process. The process's only thread calls it.
+#pragma once
+
+#include <functional>
+
+#include "platform/decoder/DecoderProtocol.h"
+#include "platform/decoder/formats/Decoded.h"
+#include "platform/decoder/formats/FileBytes.h"
+
+namespace norvo {
+
+using Decode = std::function<Decoded(const FileBytes& file, const DecoderRequest& request)>;
+
+// Answers requests on `socket` until its other end closes (true), or breaks the protocol (false).
+bool serve_requests(int socket, const Decode& decode);
+
+}  // namespace norvo
