@@ -7,6 +7,9 @@
 #include <memory>
 
 #include "engine/Device.h"
+#include "storage/DevicePermissions.h"
+#include "storage/DiskUtility.h"
+#include "util/Text.h"
 
 namespace norvo {
 
@@ -22,6 +25,19 @@ DeviceSize device_size(const std::filesystem::path& device);
 // Whether `destination`, or the nearest folder above it that exists, lies on the drive `device`
 // (on one of its partitions, too). False when that cannot be told, and for disk images.
 bool lies_on_device(const std::filesystem::path& destination, const std::filesystem::path& device);
+
+// Tells which volumes are mounted and what is known about them.
+std::unique_ptr<DiskUtility> make_system_disk_utility();
+
+// The node from which the disk or volume with this identifier (a drive row's) is read.
+std::filesystem::path raw_node(TextView identifier);
+
+// Null where the system keeps no permissions for each program.
+std::unique_ptr<PrivacyReset> make_system_privacy_reset();
+
+// What a person can do when a drive may not be read, beyond what the permission alert says on every
+// system. May be empty.
+Text permission_help();
 
 // The folder of the running executable.
 std::filesystem::path executable_folder();

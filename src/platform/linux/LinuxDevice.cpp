@@ -1,3 +1,5 @@
+#include "platform/linux/LinuxDevice.h"
+
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -66,13 +68,17 @@ class LinuxDeviceOpener final : public DeviceOpener {
     int error = 0;
     UniqueFd fd = open_read_only(path, error);
     if (!fd) return {.device = nullptr, .error = error};
-    // Ahead of a reader that goes from start to end the kernel may read twice as far.
-    static_cast<void>(posix_fadvise(fd.get(), 0, 0, POSIX_FADV_SEQUENTIAL));
-    return {.device = std::make_unique<LinuxDevice>(std::move(fd))};
+    return {.device = make_linux_device(std::move(fd))};
   }
 };
 
 }  // namespace
+
+std::unique_ptr<Device> make_linux_device(UniqueFd fd) {
+  // Ahead of a reader that goes from start to end the kernel may read twice as far.
+  static_cast<void>(posix_fadvise(fd.get(), 0, 0, POSIX_FADV_SEQUENTIAL));
+  return std::make_unique<LinuxDevice>(std::move(fd));
+}
 
 std::unique_ptr<DeviceOpener> make_system_device_opener() {
   return std::make_unique<LinuxDeviceOpener>();

@@ -4,7 +4,9 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include <limits>
+#include <cerrno>
+#include <memory>
+#include <utility>
 
 #include "engine/DescriptorDevice.h"
 #include "platform/System.h"

@@ -1,0 +1,126 @@
+#include "platform/player/PlayerSandbox.h"
+
+#include <errno.h>
+#include <fcntl.h>
+#include <linux/landlock.h>
+#include <linux/sched.h>
+#include <seccomp.h>
+#include <signal.h>
+#include <sys/prctl.h>
+#include <sys/resource.h>
+#include <sys/socket.h>
+#include <sys/syscall.h>
+#include <unistd.h>
+
+#include <cstdint>
+#include <initializer_list>
+#include <memory>
+
+#include "util/UniqueFd.h"
+
+namespace norvo {
+namespace {
+
+using Filter = std::unique_ptr<void, decltype(&seccomp_release)>;
+
+constexpr std::uint64_t reading = LANDLOCK_ACCESS_FS_READ_FILE | LANDLOCK_ACCESS_FS_READ_DIR;
+// All that the first version of the interface knows.
+constexpr std::uint64_t all_file_rights = (LANDLOCK_ACCESS_FS_MAKE_SYM << 1U) - 1;
+
+bool limit(__rlimit_resource resource, rlim_t value) {
+  const rlimit both{.rlim_cur = value, .rlim_max = value};
+  return setrlimit(resource, &both) == 0;
+}
+
+bool set_limits() {
+  constexpr rlim_t memory = rlim_t{6} << 30U;  // of address space, which threads reserve freely
+  constexpr rlim_t cpu_seconds = rlim_t{4} * 3600;
+  constexpr rlim_t descriptors = 256;
+  return limit(RLIMIT_AS, memory) && limit(RLIMIT_CPU, cpu_seconds) && limit(RLIMIT_CORE, 0) &&
+         limit(RLIMIT_NOFILE, descriptors);
+}
+
+// A folder that is not there needs no rule.
+void allow_below(int rules, const char* folder, std::uint64_t rights) {
+  const UniqueFd parent(open(folder, O_PATH | O_CLOEXEC));
+  if (!parent) return;
+  const landlock_path_beneath_attr rule{.allowed_access = rights, .parent_fd = parent.get()};
+  syscall(SYS_landlock_add_rule, rules, LANDLOCK_RULE_PATH_BENEATH, &rule, 0);
+}
+
+// True as well where the kernel has no such thing.
+bool restrict_files() {
+  const landlock_ruleset_attr handled{.handled_access_fs = all_file_rights};
+  const UniqueFd rules(
+      static_cast<int>(syscall(SYS_landlock_create_ruleset, &handled, sizeof handled, 0)));
+  if (!rules) return errno == ENOSYS || errno == EOPNOTSUPP;
+  for (const char* const folder :
+       {"/usr", "/lib", "/lib64", "/etc", "/proc/self", "/sys/devices"}) {
+    allow_below(rules.get(), folder, reading);
+  }
+  allow_below(rules.get(), "/dev/snd",
+              reading | LANDLOCK_ACCESS_FS_WRITE_FILE);  // sound without a server
+  return syscall(SYS_landlock_restrict_self, rules.get(), 0) == 0;
+}
+
+bool refuse(const Filter& filter, std::initializer_list<int> calls) {
+  for (const int call : calls) {
+    if (seccomp_rule_add(filter.get(), SCMP_ACT_ERRNO(EACCES), call, 0) != 0) return false;
+  }
+  return true;
+}
+
+bool refuse_where(const Filter& filter, int call, const scmp_arg_cmp& condition) {
+  return seccomp_rule_add_array(filter.get(), SCMP_ACT_ERRNO(EACCES), call, 1, &condition) == 0;
+}
+
+// The libraries need too many calls for a list of the allowed ones; these are the ones that would
+// lead out of the process.
+bool install_filter() {
+  const Filter filter(seccomp_init(SCMP_ACT_ALLOW), &seccomp_release);
+  return filter &&
+         refuse(filter, {SCMP_SYS(execve),
+                         SCMP_SYS(execveat),
+                         SCMP_SYS(fork),
+                         SCMP_SYS(vfork),
+                         SCMP_SYS(ptrace),
+                         SCMP_SYS(process_vm_readv),
+                         SCMP_SYS(process_vm_writev),
+                         SCMP_SYS(pidfd_getfd),
+                         SCMP_SYS(pidfd_open),
+                         SCMP_SYS(mount),
+                         SCMP_SYS(umount2),
+                         SCMP_SYS(pivot_root),
+                         SCMP_SYS(chroot),
+                         SCMP_SYS(setns),
+                         SCMP_SYS(unshare),
+                         SCMP_SYS(bpf),
+                         SCMP_SYS(keyctl),
+                         SCMP_SYS(add_key),
+                         SCMP_SYS(request_key),
+                         SCMP_SYS(perf_event_open),
+                         SCMP_SYS(userfaultfd),
+                         SCMP_SYS(io_uring_setup),
+                         SCMP_SYS(kill),
+                         SCMP_SYS(tkill),
+                         SCMP_SYS(rt_sigqueueinfo),
+                         SCMP_SYS(chmod),
+                         SCMP_SYS(fchmodat),
+                         SCMP_SYS(chown),
+                         SCMP_SYS(fchownat),
+                         SCMP_SYS(truncate),
+                         SCMP_SYS(setxattr)}) &&
+         refuse_where(filter, SCMP_SYS(socket), {0, SCMP_CMP_NE, AF_UNIX, 0}) &&
+         refuse_where(filter, SCMP_SYS(clone), {0, SCMP_CMP_MASKED_EQ, CLONE_THREAD, 0}) &&
+         seccomp_rule_add(filter.get(), SCMP_ACT_ERRNO(ENOSYS), SCMP_SYS(clone3), 0) == 0 &&
+         seccomp_load(filter.get()) == 0;
+}
+
+}  // namespace
+
+bool give_up_player_rights() {
+  return prctl(PR_SET_PDEATHSIG, SIGKILL) == 0 && prctl(PR_SET_NO_NEW_PRIVS, 1, 0, 0, 0) == 0 &&
+         set_limits() && restrict_files() && install_filter();
+}
+
+}  // namespace norvo

@@ -1,0 +1,28 @@
+#include "platform/Start.h"
+
+#include <memory>
+
+#include "app/Bundle.h"
+#include "app/EntryPoint.h"
+#include "platform/ImmediateEnd.h"
+#include "platform/System.h"
+#include "platform/macos/SecurityAuthorization.h"
+
+namespace norvo {
+
+int start_program(int argc, char** argv, const Application& application) {
+  SecurityAuthorization authorization;
+  ImmediateEnd process_end;
+  return entry_point(argc, argv,
+                     {.authorization = authorization,
+                      .process_end = process_end,
+                      .bundle_path = [] { return main_bundle_path(executable_folder().native()); },
+                      .run_application =
+                          [&application](int count, char** vector) {
+                            const std::unique_ptr<DeviceOpener> opener =
+                                make_system_device_opener();
+                            return application(count, vector, *opener);
+                          }});
+}
+
+}  // namespace norvo
