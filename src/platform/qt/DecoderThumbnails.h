@@ -1,0 +1,41 @@
+// Thumbnails from the decoder's processes, and what they tell of each file. Main thread.
+#pragma once
+
+#include <QHash>
+#include <cstdint>
+#include <filesystem>
+
+#include "platform/decoder/DecoderPool.h"
+#include "platform/qt/ThumbnailSource.h"
+#include "wizard/ScopedPosts.h"
+
+namespace norvo {
+
+// Results come through `main_thread`, which outlives this. `decoder` is the program norvo-decoder.
+// With `processes` 0 there are as many as cores less one.
+class DecoderThumbnails : public ThumbnailSource {
+ public:
+  DecoderThumbnails(MainThread& main_thread, const std::filesystem::path& decoder,
+                    unsigned processes = 0);
+
+  void request(const std::filesystem::path& path, const QString& image_UID, int pixels) override;
+  void cancel_all() override;
+
+  // While a search runs: it goes before its pictures.
+  void set_background(bool on) { pool_.set_background(on); }
+
+ private:
+  void take(const DecoderResult& result);
+
+  struct Request {
+    QString image_UID;
+    bool answered = false;  // the picture has come, the verdict has not
+  };
+
+  std::uint64_t last_id_ = 0;
+  QHash<std::uint64_t, Request> waiting_;
+  ScopedPosts posts_;
+  DecoderPool pool_;  // ends first: it calls back
+};
+
+}  // namespace norvo

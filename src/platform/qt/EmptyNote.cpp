@@ -1,0 +1,65 @@
+#include "platform/qt/EmptyNote.h"
+
+#include <QAbstractItemModel>
+#include <QEvent>
+#include <QPainter>
+
+#include "platform/qt/Icons.h"
+#include "platform/qt/Theme.h"
+
+namespace norvo {
+
+EmptyNote::EmptyNote(QAbstractItemView& view, const QString& icon, const QString& title,
+                     const QString& advice)
+    : QWidget(view.viewport()), view_(view), icon_(icon), title_(title), advice_(advice) {
+  setAttribute(Qt::WA_TransparentForMouseEvents);
+  view.viewport()->installEventFilter(this);
+  const QAbstractItemModel* const model = view.model();
+  connect(model, &QAbstractItemModel::modelReset, this, &EmptyNote::follow);
+  connect(model, &QAbstractItemModel::rowsInserted, this, &EmptyNote::follow);
+  connect(model, &QAbstractItemModel::rowsRemoved, this, &EmptyNote::follow);
+  follow();
+}
+
+void EmptyNote::follow() {
+  const bool empty = view_.model()->rowCount() == 0;
+  setVisible(empty);
+  view_.setAccessibleDescription(empty ? title_ + u' ' + advice_ : QString());
+}
+
+bool EmptyNote::eventFilter(QObject* watched, QEvent* event) {
+  if (event->type() == QEvent::Resize) setGeometry(view_.viewport()->rect());
+  return QWidget::eventFilter(watched, event);
+}
+
+void EmptyNote::paintEvent(QPaintEvent* /*event*/) {
+  const Theme theme = Theme::current();
+  QPainter painter(this);
+  QFont large = font();
+  large.setPointSizeF(large.pointSizeF() * 1.15);
+  large.setWeight(QFont::DemiBold);
+  constexpr int icon_size = 6 * unit;
+  const int title_height = QFontMetrics(large).height();
+  const int text_width = std::min(width() - 4 * unit, 56 * unit);
+  QRect text((width() - text_width) / 2, 0, text_width, height());
+  const int flags = Qt::AlignHCenter | Qt::AlignTop | Qt::TextWordWrap;
+  const int advice_height = fontMetrics().boundingRect(text, flags, advice_).height();
+  const int text_height = title_height + unit / 2 + advice_height;
+  const bool icon_fits = height() > text_height + icon_size + 4 * unit;
+  int top = (height() - text_height - (icon_fits ? icon_size + unit : 0)) / 2;
+  if (icon_fits) {
+    draw_icon(painter, icon_, QRectF((width() - icon_size) / 2.0, top, icon_size, icon_size),
+              theme.strong_border);
+    top += icon_size + unit;
+  }
+  text.setTop(top);
+  painter.setFont(large);
+  painter.setPen(theme.text);
+  painter.drawText(text, flags, title_);
+  text.setTop(top + title_height + unit / 2);
+  painter.setFont(font());
+  painter.setPen(theme.quiet_text);
+  painter.drawText(text, flags, advice_);
+}
+
+}  // namespace norvo

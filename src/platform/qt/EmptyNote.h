@@ -1,0 +1,29 @@
+// What stands in a list that shows nothing yet: a picture, a line, and what to do. Main thread.
+#pragma once
+
+#include <QAbstractItemView>
+#include <QWidget>
+
+namespace norvo {
+
+class EmptyNote : public QWidget {
+ public:
+  // Lies over the middle of `view` while its model has no rows, and lets the pointer through. The
+  // view must have its model already; the note belongs to it.
+  EmptyNote(QAbstractItemView& view, const QString& icon, const QString& title,
+            const QString& advice);
+
+ protected:
+  void paintEvent(QPaintEvent* event) override;
+  bool eventFilter(QObject* watched, QEvent* event) override;
+
+ private:
+  void follow();
+
+  QAbstractItemView& view_;
+  QString icon_;
+  QString title_;
+  QString advice_;
+};
+
+}  // namespace norvo

@@ -1,0 +1,60 @@
+#include "platform/qt/GalleryScreen.h"
+
+#include <QHBoxLayout>
+#include <QPushButton>
+#include <QVBoxLayout>
+#include <utility>
+
+#include "platform/qt/EmptyNote.h"
+#include "platform/qt/ExactSlider.h"
+#include "platform/qt/Labels.h"
+#include "platform/qt/PhotoDelegate.h"
+#include "platform/qt/Theme.h"
+
+namespace norvo {
+namespace {
+
+using namespace Qt::StringLiterals;
+
+}  // namespace
+
+GalleryScreen::GalleryScreen(ControlTable& controls, const Gallery& gallery,
+                             ThumbnailSource& thumbnails, std::function<void(TextView)> mark_failed)
+    : pictures_(thumbnails, std::move(mark_failed)) {
+  view_ =
+      controls.add(Control::imageBrowser,
+                   new ResultView(std::make_unique<ResultModel>(gallery), ResultView::Items::tiles),
+                   u"Found photos"_s);
+  auto* const delegate = new PhotoDelegate(*view_, pictures_);
+  delegate->setParent(view_);
+  view_->setItemDelegate(delegate);
+  ResultModel& model = view_->result_model();
+  model.on_removed([this](const QString& image_UID) { pictures_.forget(image_UID); });
+  model.on_emptied([this] { pictures_.forget_all(); });
+  pictures_.on_arrival([this, &model](const QString& image_UID) {
+    const int row = model.row_of(image_UID);
+    if (row >= 0) view_->update(model.index(row));
+  });
+  new EmptyNote(*view_, u"photo"_s, u"No photos yet"_s,
+                u"What the search finds appears here at once."_s);
+
+  auto* const folder = controls.add(Control::open_folder, new QPushButton(u"Open &Folder"_s),
+                                    u"Open folder"_s, u"Shows the recovered photos as files"_s);
+  auto* const label = controls.add(Control::zoom_label, new QLabel(u"Si&ze"_s), u"Size"_s);
+  auto* const zoom = controls.add(Control::zoom_slider, new ExactSlider, u"Size of the pictures"_s);
+  zoom->setFixedWidth(20 * unit);
+  label->setBuddy(zoom);
+  auto* row = new QHBoxLayout;
+  row->setSpacing(unit);
+  row->addWidget(folder);
+  row->addStretch(1);
+  row->addWidget(label);
+  row->addWidget(zoom);
+  auto* column = new QVBoxLayout(this);
+  column->setContentsMargins(0, 0, 0, 0);
+  column->setSpacing(unit);
+  column->addLayout(row);
+  column->addWidget(view_, 1);
+}
+
+}  // namespace norvo

@@ -1,0 +1,79 @@
+#include "platform/qt/QtAlertPanel.h"
+
+#include <QApplication>
+#include <QLabel>
+#include <QLayout>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QStyle>
+#include <algorithm>
+#include <array>
+#include <utility>
+
+#include "platform/qt/Icons.h"
+#include "platform/qt/QtText.h"
+#include "platform/qt/Theme.h"
+
+namespace norvo {
+namespace {
+
+using namespace Qt::StringLiterals;
+
+constexpr int icon_size = 5 * unit;
+
+// The text keeps its line breaks in front, but they take no room; a short text stands beside the
+// middle of the icon.
+void lift_text(QMessageBox& box) {
+  auto* const label = box.findChild<QLabel*>(u"qt_msgbox_label"_s);
+  if (label == nullptr) return;
+  const QString text = box.text();
+  qsizetype breaks = 0;
+  while (breaks < text.size() && text[breaks] == u'\n') ++breaks;
+  const int line = label->fontMetrics().lineSpacing();
+  const int shown = line * static_cast<int>(text.count(u'\n') - breaks + 1);
+  const int top = std::max(0, (icon_size - shown) / 2) - static_cast<int>(breaks) * line;
+  label->setAlignment(Qt::AlignLeft | Qt::AlignTop);
+  label->setContentsMargins(0, top, 0, 0);
+}
+
+}  // namespace
+
+AlertAnswer QtAlertPanel::run(const Alert& alert) {
+  QMessageBox box(QApplication::activeWindow());
+  box.setObjectName(u"alert"_s);
+  box.setWindowTitle(QApplication::applicationDisplayName());
+  box.setTextFormat(Qt::PlainText);
+  box.setText(to_qt(alert.message));
+  box.setInformativeText(to_qt(alert.informative_text));
+  const bool asks = !alert.other_button.empty() || !alert.alternate_button.empty();
+  box.setIconPixmap(icon_pixmap(asks ? u"question"_s : u"information"_s, icon_size,
+                                Theme::current().accent, box.devicePixelRatioF()));
+  const std::array<std::pair<const Text*, QMessageBox::ButtonRole>, 3> wanted{{
+      {&alert.default_button, QMessageBox::AcceptRole},
+      {&alert.alternate_button, QMessageBox::ActionRole},
+      {&alert.other_button, QMessageBox::RejectRole},
+  }};
+  std::array<QPushButton*, 3> buttons{};
+  for (std::size_t i = 0; i < wanted.size(); ++i) {
+    if (!wanted[i].first->empty()) {
+      buttons[i] = box.addButton(to_qt(*wanted[i].first), wanted[i].second);
+    }
+  }
+  const auto [default_button, alternate, other] = buttons;
+  if (default_button != nullptr) {
+    default_button->setProperty("look", u"primary"_s);
+    // The box has given its buttons their looks already.
+    default_button->style()->polish(default_button);
+    box.setDefaultButton(default_button);
+  }
+  box.setEscapeButton(other != nullptr ? other : default_button);
+  lift_text(box);
+  box.layout()->setContentsMargins(3 * unit, 3 * unit, 3 * unit, 2 * unit);
+  box.exec();
+  const QAbstractButton* const clicked = box.clickedButton();
+  if (clicked != nullptr && clicked == alternate) return AlertAnswer::alternate_button;
+  if (clicked != nullptr && clicked == default_button) return AlertAnswer::default_button;
+  return other != nullptr ? AlertAnswer::other_button : AlertAnswer::default_button;
+}
+
+}  // namespace norvo

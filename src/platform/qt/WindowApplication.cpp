@@ -1,0 +1,83 @@
+#include "platform/qt/WindowApplication.h"
+
+#include <QApplication>
+#include <QIcon>
+#include <cstdlib>
+#include <optional>
+
+#include "app/Bundle.h"
+#include "platform/BundleInfo.h"
+#include "platform/System.h"
+#include "platform/WindowSystem.h"
+#include "platform/qt/Look.h"
+#include "platform/qt/QtText.h"
+#include "platform/qt/WindowProgram.h"
+
+namespace norvo {
+namespace fs = std::filesystem;
+namespace {
+
+// Behind the program's path and the three marks of its start.
+constexpr int first_image = 4;
+
+int refuse_to_start(TextView message) {
+  QtAlertPanel panel;
+  static_cast<void>(panel.run({.message = Text(message),
+                               .default_button = u"OK",
+                               .alternate_button = {},
+                               .other_button = {},
+                               .informative_text = {}}));
+  return 1;
+}
+
+// A desktop with menu entries finds the edition's entry by this name, and so does the program the
+// edition's icon. Its files are named in small letters.
+void name_menu_entry(const Text& bundle_identifier) {
+  const QString name = to_qt(bundle_identifier).toLower();
+  QApplication::setDesktopFileName(name);
+  QApplication::setWindowIcon(QIcon::fromTheme(name, QApplication::windowIcon()));
+}
+
+}  // namespace
+
+int run_window_application(int argc, char** argv, DeviceOpener& opener) {
+  QApplication application(argc, argv);
+  QApplication::setApplicationName(QStringLiteral("Norvo Recovery"));
+  QApplication::setQuitOnLastWindowClosed(false);
+  Look::install(application);
+  const fs::path bundle = main_bundle_path(executable_folder().native());
+  const std::optional<Text> name = read_bundle_property(bundle, "CFBundleName");
+  if (!name) {
+    return refuse_to_start(
+        u"\nNorvo Recovery is not installed completely: its bundle has no readable property list. "
+        u"Please install it again.");
+  }
+  if (!select_edition(*name).is_edition()) {
+    return refuse_to_start(u"\n\u201C" + displayable(*name) +
+                           u"\u201D names no edition of Norvo Recovery: its name holds none of "
+                           u"Alder, Birch, Cedar, Larch, Maple, Rowan and Spruce.");
+  }
+  const Text identifier = read_bundle_property(bundle, "CFBundleIdentifier").value_or(Text());
+  name_menu_entry(identifier);
+  WindowProgram program({.bundle_name = *name,
+                         .bundle_identifier = identifier,
+                         .resource_folder = bundle / "Contents" / "Resources",
+                         .decoder = executable_folder() / "norvo-decoder",
+                         .player = executable_folder() / "norvo-player",
+                         .opener = opener,
+                         .disk_utility = make_system_disk_utility(),
+                         .sleep_guard = make_system_sleep_guard(),
+                         .privacy_reset = make_system_privacy_reset(),
+                         .permission_help = permission_help(),
+                         .raw_node = raw_node,
+                         .lies_on_device = lies_on_device});
+  program.show();
+  for (int i = first_image; i < argc; ++i) program.open_disk_image(argv[i]);
+  const int status = QApplication::exec();
+  program.shutdown();
+  // No search is waited for: a drive that does not answer would keep the process for minutes.
+  if (program.is_searching()) std::_Exit(status);
+  return status;
+}
+
+}  // namespace norvo

@@ -1,0 +1,72 @@
+#include "platform/qt/DecoderThumbnails.h"
+
+#include <QImage>
+#include <QObject>
+#include <filesystem>
+#include <optional>
+#include <set>
+#include <string>
+#include <thread>
+#include <vector>
+
+#include "platform/qt/QtMainThread.h"
+#include "support/FakeMainThread.h"
+#include "window/WindowTest.h"
+
+namespace norvo {
+namespace {
+
+using namespace Qt::StringLiterals;
+
+// A source whose one file is not there. Its answer waits for the main thread.
+class DecoderThumbnailsTest : public testing::Test {
+ protected:
+  DecoderThumbnailsTest() {
+    QObject::connect(&*source, &ThumbnailSource::done, &receiver,
+                     [this](const QString& image_UID, const QImage& picture) {
+                       answers.push_back(image_UID.toStdString() + (picture.isNull() ? " -" : ""));
+                     });
+    source->request(std::filesystem::path(testing::TempDir()) / "no" / "such.jpg", u"1"_s, 100);
+    while (main_thread.waiting_work() == 0) std::this_thread::yield();
+  }
+
+  test::QueuedMainThread main_thread;
+  QObject receiver;
+  std::vector<std::string> answers;
+  std::optional<DecoderThumbnails> source{std::in_place, main_thread, "/no/such/decoder"};
+};
+
+TEST_F(DecoderThumbnailsTest, answers_come_on_the_main_thread) {
+  EXPECT_TRUE(answers.empty());
+  main_thread.run_all();
+  EXPECT_EQ(answers, std::vector<std::string>{"1 -"});
+}
+
+TEST_F(DecoderThumbnailsTest, an_answer_to_a_cancelled_request_is_dropped) {
+  source->cancel_all();
+  main_thread.run_all();
+  EXPECT_TRUE(answers.empty());
+}
+
+TEST_F(DecoderThumbnailsTest, an_answer_that_nobody_waits_for_any_more_is_dropped) {
+  source.reset();
+  main_thread.run_all();
+  EXPECT_TRUE(answers.empty());
+}
+
+TEST(DecoderThumbnails, each_request_is_answered_once_while_others_are_made) {
+  constexpr int count = 100;
+  QtMainThread main_thread;
+  DecoderThumbnails source(main_thread, "/no/such/decoder");
+  std::multiset<int> answers;
+  QObject::connect(
+      &source, &ThumbnailSource::done, &source,
+      [&answers](const QString& image_UID, const QImage&) { answers.insert(image_UID.toInt()); });
+  for (int i = 0; i < count; ++i) source.request("/no/such.jpg", QString::number(i), 100);
+  ASSERT_TRUE(wait_until([&answers] { return answers.size() >= count; }));
+  EXPECT_EQ(std::set<int>(answers.begin(), answers.end()).size(), count);
+  EXPECT_EQ(answers.size(), count);
+}
+
+}  // namespace
+}  // namespace norvo

@@ -1,0 +1,221 @@
+#include <QApplication>
+#include <QFileDialog>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QTest>
+#include <QTimer>
+#include <functional>
+
+#include "platform/qt/QtAlertPanel.h"
+#include "platform/qt/QtNotices.h"
+#include "platform/qt/QtText.h"
+#include "window/WindowTest.h"
+
+namespace norvo {
+namespace {
+
+using namespace Qt::StringLiterals;
+
+// Does `act` to the dialog of this name as soon as it is visible.
+template <class Dialog>
+void when_shown(const QString& object_name, std::function<void(Dialog&)> act) {
+  QTimer::singleShot(20, qApp, [object_name, act] {
+    for (QWidget* widget : QApplication::topLevelWidgets()) {
+      auto* const dialog = qobject_cast<Dialog*>(widget);
+      if (dialog != nullptr && dialog->isVisible() && dialog->objectName() == object_name) {
+        act(*dialog);
+        return;
+      }
+    }
+    when_shown<Dialog>(object_name, act);
+  });
+}
+
+void press(QDialog& dialog, const QString& button) {
+  auto* const found = dialog.findChild<QPushButton*>(button);
+  ASSERT_NE(found, nullptr) << button.toStdString();
+  found->click();
+}
+
+const Alert notice{.message = u"\nDone.",
+                   .default_button = u"OK",
+                   .alternate_button = {},
+                   .other_button = {},
+                   .informative_text = {}};
+const Alert question{.message = u"Stop?",
+                     .default_button = u"Yes",
+                     .alternate_button = u"Later",
+                     .other_button = u"No",
+                     .informative_text = u"What was found stays."};
+
+class AlertTest : public testing::Test {
+ protected:
+  AlertAnswer answer(const Alert& alert, std::function<void(QMessageBox&)> act) {
+    when_shown<QMessageBox>(u"alert"_s, std::move(act));
+    return panel.run(alert);
+  }
+  QtAlertPanel panel;
+};
+
+TEST_F(AlertTest, shows_the_texts_exactly) {
+  answer(question, [](QMessageBox& box) {
+    EXPECT_EQ(to_text(box.text()), question.message);
+    EXPECT_EQ(to_text(box.informativeText()), question.informative_text);
+    EXPECT_EQ(box.buttons().size(), 3);
+    box.close();
+  });
+  answer(notice, [](QMessageBox& box) {
+    EXPECT_EQ(to_text(box.text()), notice.message);
+    EXPECT_EQ(box.buttons().size(), 1);
+    box.close();
+  });
+}
+
+TEST_F(AlertTest, each_button_answers_for_itself) {
+  const auto click = [](const QString& title) {
+    return [title](QMessageBox& box) {
+      for (QAbstractButton* button : box.buttons()) {
+        if (button->text() == title) button->click();
+      }
+    };
+  };
+  EXPECT_EQ(answer(question, click(u"Yes"_s)), AlertAnswer::default_button);
+  EXPECT_EQ(answer(question, click(u"Later"_s)), AlertAnswer::alternate_button);
+  EXPECT_EQ(answer(question, click(u"No"_s)), AlertAnswer::other_button);
+  EXPECT_EQ(answer(notice, click(u"OK"_s)), AlertAnswer::default_button);
+}
+
+TEST_F(AlertTest, return_is_the_default_button) {
+  const auto key = [](QMessageBox& box) { QTest::keyClick(&box, Qt::Key_Return); };
+  EXPECT_EQ(answer(question, key), AlertAnswer::default_button);
+}
+
+TEST_F(AlertTest, escape_and_closing_change_nothing) {
+  const auto escape = [](QMessageBox& box) { QTest::keyClick(&box, Qt::Key_Escape); };
+  const auto close = [](QMessageBox& box) { box.close(); };
+  EXPECT_EQ(answer(question, escape), AlertAnswer::other_button);
+  EXPECT_EQ(answer(question, close), AlertAnswer::other_button);
+  EXPECT_EQ(answer(notice, escape), AlertAnswer::default_button);
+  EXPECT_EQ(answer(notice, close), AlertAnswer::default_button);
+}
+
+class NoticesTest : public WindowTest {
+ protected:
+  NoticesTest()
+      : notices(
+            *window,
+            {.support_address = u"help@norvo.example",
+             .reseller_address = u"shop@norvo.example",
+             .web_address = u"https://www.norvo.example/one",
+             .web_address_2 = u"https://www.norvo.example/two",
+             .pages = {u"One", u"Two", u"Three", u"Four"}},
+            [] { return Text(u"/home/anna/Found"); },
+            [this](std::string_view name) { clicks.emplace_back(name); }) {}
+
+  QWidget* notice_window(const QString& name) { return window->findChild<QWidget*>(name); }
+
+  std::vector<std::string> clicks;
+  QtNotices notices;
+};
+
+TEST_F(NoticesTest, a_notice_stays_up_after_its_button_until_it_is_hidden) {
+  when_shown<QDialog>(u"Browse_Info"_s, [](QDialog& dialog) { press(dialog, u"Continue_Btn"_s); });
+  EXPECT_EQ(notices.run_Browse_Info(), closed_by_button);
+  EXPECT_TRUE(notice_window(u"Browse_Info"_s)->isVisible());
+  notices.hide_Browse_Info();
+  EXPECT_FALSE(notice_window(u"Browse_Info"_s)->isVisible());
+}
+
+TEST_F(NoticesTest, closing_a_notice_is_not_its_button) {
+  when_shown<QDialog>(u"Browse_Info"_s, [](QDialog& dialog) { dialog.close(); });
+  EXPECT_EQ(notices.run_Browse_Info(), 0);
+  when_shown<QDialog>(u"SaveFile_Info"_s,
+                      [](QDialog& dialog) { QTest::keyClick(&dialog, Qt::Key_Escape); });
+  EXPECT_EQ(notices.run_SaveFile_Info(), 0);
+  EXPECT_FALSE(notice_window(u"SaveFile_Info"_s)->isVisible());
+}
+
+TEST_F(NoticesTest, the_end_of_a_search_names_folder_and_support) {
+  when_shown<QDialog>(u"SaveFile_Info"_s, [](QDialog& dialog) {
+    bool names_folder = false;
+    for (const QLabel* label : dialog.findChildren<QLabel*>()) {
+      names_folder = names_folder || label->text() == u"/home/anna/Found";
+    }
+    EXPECT_TRUE(names_folder);
+    press(dialog, u"Open_Support_Mail"_s);
+    press(dialog, u"OK_Btn"_s);
+  });
+  EXPECT_EQ(notices.run_SaveFile_Info(), closed_by_button);
+  notices.close_SaveFile_Info();
+  EXPECT_FALSE(notice_window(u"SaveFile_Info"_s)->isVisible());
+  EXPECT_EQ(clicks, std::vector<std::string>{"Open_Support_Mail"});
+}
+
+TEST_F(NoticesTest, none_is_shown_with_the_window) {
+  window->show();
+  for (const QString& name : {u"LoadDrive_Modeless"_s, u"ClearPreview_Modeless"_s, u"Browse_Info"_s,
+                              u"SaveFile_Info"_s, u"Help_Support"_s}) {
+    EXPECT_FALSE(notice_window(name)->isVisible()) << name.toStdString();
+  }
+}
+
+TEST_F(NoticesTest, the_loading_notice_is_there_between_show_and_hide) {
+  window->show();
+  notices.show_LoadDrive();
+  EXPECT_TRUE(notice_window(u"LoadDrive_Modeless"_s)->isVisible());
+  EXPECT_FALSE(notice_window(u"LoadDrive_Modeless"_s)->isWindow()) << "the keyboard stays";
+  notices.hide_LoadDrive();
+  EXPECT_FALSE(notice_window(u"LoadDrive_Modeless"_s)->isVisible());
+}
+
+TEST_F(NoticesTest, the_clearing_notice_leaves_the_window_to_the_person) {
+  show({Control::stop_scan});
+  QWidget* const had_focus = window->focusWidget();
+  notices.show_ClearPreview();
+  QWidget* const sheet = notice_window(u"ClearPreview_Modeless"_s);
+  EXPECT_TRUE(sheet->isVisible());
+  EXPECT_FALSE(sheet->isWindow());
+  EXPECT_EQ(window->focusWidget(), had_focus);
+  QTest::mouseClick(&find<QWidget>(Control::stop_scan), Qt::LeftButton);
+  EXPECT_EQ(events.lines, std::vector<std::string>{"clicked _stop_scan"});
+  notices.hide_ClearPreview();
+  EXPECT_FALSE(sheet->isVisible());
+}
+
+TEST_F(NoticesTest, the_contact_dialog_tells_each_of_its_buttons) {
+  const std::vector<std::string> names{"Copy_Email",        "Copy_URL",           "Copy_URL_2",
+                                       "Open_Support_Mail", "Open_Reseller_Mail", "Open_Page_1",
+                                       "Open_Page_2",       "Open_Page_3",        "Open_Page_4"};
+  when_shown<QDialog>(u"Help_Support"_s, [&names](QDialog& dialog) {
+    for (const std::string& name : names) press(dialog, QString::fromStdString(name));
+    dialog.close();
+  });
+  notices.run_Help_Support();
+  EXPECT_EQ(clicks, names);
+  EXPECT_FALSE(notice_window(u"Help_Support"_s)->isVisible());
+}
+
+TEST_F(NoticesTest, the_support_address_is_a_link_wherever_it_stands) {
+  for (const QString& dialog : {u"Help_Support"_s, u"SaveFile_Info"_s}) {
+    const auto* const link = notice_window(dialog)->findChild<QPushButton*>(u"Open_Support_Mail"_s);
+    ASSERT_NE(link, nullptr);
+    EXPECT_EQ(link->text(), u"help@norvo.example");
+    EXPECT_EQ(link->property("look").toString(), u"link");
+  }
+}
+
+TEST_F(NoticesTest, the_folder_chooser_gives_a_folder_or_nothing) {
+  const QString folder = QString::fromStdString(testing::TempDir());
+  when_shown<QFileDialog>(u"folder_chooser"_s, [&folder](QFileDialog& dialog) {
+    dialog.setDirectory(folder);
+    QMetaObject::invokeMethod(&dialog, "accept");
+  });
+  const auto chosen = notices.choose_folder();
+  ASSERT_TRUE(chosen.has_value());
+  EXPECT_TRUE(std::filesystem::equivalent(*chosen, testing::TempDir()));
+  when_shown<QFileDialog>(u"folder_chooser"_s, [](QFileDialog& dialog) { dialog.reject(); });
+  EXPECT_EQ(notices.choose_folder(), std::nullopt);
+}
+
+}  // namespace
+}  // namespace norvo

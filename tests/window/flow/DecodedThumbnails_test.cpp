@@ -1,0 +1,67 @@
+// Thumbnails of photos in memory, made by the decoder that people get, as the gallery takes them.
+#include <gtest/gtest.h>
+
+#include <QBuffer>
+#include <QImage>
+
+#include "platform/qt/DecodedThumbnailMaker.h"
+#include "results/Gallery.h"
+
+namespace norvo {
+namespace {
+
+class DecodedThumbnails : public testing::Test {
+ protected:
+  static QByteArray encoded(const char* format, int width, int height) {
+    QImage picture(width, height, QImage::Format_RGB32);
+    picture.fill(QColor(200, 30, 60));
+    QByteArray bytes;
+    QBuffer buffer(&bytes);
+    EXPECT_TRUE(picture.save(&buffer, format));
+    return bytes;
+  }
+
+  std::vector<std::byte> made_of(const QByteArray& bytes) {
+    return maker_.png_thumbnail(std::as_bytes(std::span(bytes)), 100);
+  }
+
+  static QImage read(const std::vector<std::byte>& png) {
+    return QImage::fromData(
+        QByteArrayView(reinterpret_cast<const char*>(png.data()), std::ssize(png)), "PNG");
+  }
+
+  DecodedThumbnailMaker maker_{NORVO_DECODER};
+};
+
+TEST_F(DecodedThumbnails, AreSmallPngsOfThePicture) {
+  for (const char* format : {"JPEG", "PNG"}) {
+    const QImage small = read(made_of(encoded(format, 400, 200)));
+    ASSERT_EQ(small.size(), QSize(100, 50)) << format;
+    const QColor colour = small.pixelColor(50, 25);
+    EXPECT_NEAR(colour.red(), 200, 4);
+    EXPECT_NEAR(colour.green(), 30, 4);
+    EXPECT_NEAR(colour.blue(), 60, 4);
+  }
+}
+
+TEST_F(DecodedThumbnails, AreNotMadeOfWhatIsNoPicture) {
+  EXPECT_TRUE(made_of("\xff\xd8\xff\xe0 no picture").empty());
+  EXPECT_TRUE(made_of("").empty());
+}
+
+TEST_F(DecodedThumbnails, AreNotMadeWithoutADecoder) {
+  DecodedThumbnailMaker without("/nowhere/norvo-decoder");
+  const QByteArray bytes = encoded("PNG", 10, 10);
+  EXPECT_TRUE(without.png_thumbnail(std::as_bytes(std::span(bytes)), 100).empty());
+}
+
+TEST_F(DecodedThumbnails, AreTheBytesOfTheGallerysItem) {
+  Gallery gallery;
+  const QByteArray bytes = encoded("JPEG", 50, 200);
+  EXPECT_TRUE(
+      gallery.addImageWithData(std::as_bytes(std::span(bytes)), u"a", u"1", maker_).item_added);
+  EXPECT_EQ(read(*gallery.item(0)->imageData).size(), QSize(25, 100));
+}
+
+}  // namespace
+}  // namespace norvo
