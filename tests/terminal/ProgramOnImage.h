@@ -12,6 +12,7 @@
 
 #include "platform/System.h"
 #include "platform/terminal/NorvoRecover.h"
+#include "storage/FakeDiskUtility.h"
 #include "support/FileContent.h"
 #include "support/TemporaryFolder.h"
 #include "terminal/QuotedJson.h"
@@ -62,6 +63,7 @@ class ProgramOnImage : public testing::Test {
     out_.str("");
     err_.str("");
     return norvo_recover(pointers, {.opener = *opener_,
+                                    .disk_utility = disk_utility_,
                                     .shipped_signatures = shipped(),
                                     .out = out_,
                                     .err = err_,
@@ -91,6 +93,7 @@ class ProgramOnImage : public testing::Test {
   std::ostringstream err_;
   bool err_is_terminal_ = false;
   void (*publish_stop_flag_)(std::atomic<std::int32_t>*) = nullptr;
+  FakeDiskUtility disk_utility_;
   std::unique_ptr<DeviceOpener> opener_ = make_system_device_opener();
 };
 

@@ -6,24 +6,21 @@
 #include <utility>
 #include <vector>
 
+#include "platform/terminal/ExitStatus.h"
+#include "platform/terminal/OptionValues.h"
+
 namespace norvo {
 namespace {
 
-// Applies the option's value (empty for an option without one); a text is what is wrong with it.
-using Apply = std::optional<std::string> (*)(CommandLine&, std::string_view value);
-
-struct Option {
-  std::string_view name;
-  std::string_view value_name;  // empty: the option takes no value
-  std::string_view description;
-  Apply apply;
-};
-
 std::optional<std::string> set_mode(CommandLine& line, std::string_view value) {
-  constexpr std::array<std::string_view, 4> modes{"photo", "video", "raw", "audio"};
-  const auto* const found = std::find(modes.begin(), modes.end(), value);
-  if (found == modes.end()) return "it takes photo, video, raw or audio.";
-  line.Recovery_MODE = static_cast<std::int32_t>(found - modes.begin());
+  const auto* const found = std::find(search_type_names.begin(), search_type_names.end(), value);
+  if (found == search_type_names.end()) {
+    return "it takes " +
+           listed(std::vector<std::string>(search_type_names.begin(), search_type_names.end()),
+                  "or") +
+           ".";
+  }
+  line.Recovery_MODE = static_cast<std::int32_t>(found - search_type_names.begin());
   return std::nullopt;
 }
 
@@ -73,7 +70,7 @@ std::optional<std::string> set_types(CommandLine& line, std::string_view value) 
 
 using Action = CommandLine::Action;
 
-constexpr std::array<Option, 15> options{{
+constexpr std::array<Option, 17> options{{
     {"--device", "PATH", "block device, raw node or disk image to search; opened read-only",
      set_path<&CommandLine::device>},
     {"--destination", "DIR", "folder under which the results folder is made",
@@ -89,10 +86,14 @@ constexpr std::array<Option, 15> options{{
     {"--types", "A,B,...", "tick only these types (video, raw, audio; default: all)", set_types},
     {"--list-types", "", "print the check list of the search type, and end",
      set_value<&CommandLine::action, Action::list_types>},
+    {"--list-drives", "", "print the drive list of the edition, and end",
+     set_value<&CommandLine::action, Action::list_drives>},
     {"--signatures", "DIR", "folder with the edition's signature files (default: shipped ones)",
      set_path<&CommandLine::signatures>},
     {"--json", "", "events on standard output, one JSON object a line",
      set_value<&CommandLine::json, true>},
+    {"--report", "FILE", "also tell of every file in FILE: DFXML, or CSV for *.csv; made new",
+     set_path<&CommandLine::report>},
     {"--check-signatures", "DIR", "name the faults of the signature files in DIR, and end",
      set_check},
     {"--quiet", "", "no progress on standard error", set_value<&CommandLine::quiet, true>},
@@ -151,6 +152,10 @@ std::variant<CommandLine, UsageError> parse_command_line(std::span<const char* c
   return line;
 }
 
+std::span<const Option> command_line_options() {
+  return options;
+}
+
 std::string help_text() {
   constexpr std::size_t description_column = 28;
   std::string text =
@@ -163,10 +168,13 @@ std::string help_text() {
     call.resize(std::max(description_column, call.size() + 1), ' ');
     text += call + std::string(option.description) + "\n";
   }
-  return text +
-         "\nExit status: 0 the search ran to its end, 1 results could not be saved, 2 wrong "
-         "usage,\n"
-         "3 the device could not be opened, 130 stopped.\n";
+  text += "\nExit status:\n";
+  for (const ExitStatusMeaning& exit : exit_statuses) {
+    std::string status = "  " + std::to_string(exit.status);
+    status.resize(7, ' ');
+    text += status + std::string(exit.meaning) + "\n";
+  }
+  return text;
 }
 
 }  // namespace norvo

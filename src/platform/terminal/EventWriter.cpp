@@ -2,6 +2,8 @@
 
 #include <nlohmann/json.hpp>
 
+#include "util/Numbers.h"
+
 namespace norvo {
 namespace {
 
@@ -60,6 +62,17 @@ void EventWriter::device_error(int error, bool permission) {
 
 void EventWriter::final(SearchOutcome outcome) {
   write_line(line_of({{"event", "final"}, {"outcome", name_of(outcome)}}));
+}
+
+void EventWriter::drive(const MyDataObject& row, const std::filesystem::path& node) {
+  write_line(line_of({{"event", "drive"},
+                      {"device", node.native()},
+                      {"identifier", utf8_from_text(row.nsStrDiskIdentifier)},
+                      {"volume", utf8_from_text(row.nsStrVolName)},
+                      {"file_system", utf8_from_text(row.nsStrFileSystem)},
+                      {"size", utf8_from_text(row.nsStrSize)},
+                      {"parent_disk", utf8_from_text(row.nsStrParentDisk)},
+                      {"sectors", integer64_value(row.nsStrSectors)}}));
 }
 
 void EventWriter::write_line(std::string_view line) {

@@ -9,6 +9,7 @@
 
 #include "engine/ScanOperations.h"
 #include "engine/ScanState.h"
+#include "storage/MyDataObject.h"
 #include "util/Text.h"
 
 namespace norvo {
@@ -23,6 +24,9 @@ class EventWriter {
   void message(TextView text);
   void device_error(int error, bool permission);
   void final(SearchOutcome outcome);
+
+  // A row of the drive list, and the node from which it is read. No event of a search.
+  void drive(const MyDataObject& row, const std::filesystem::path& node);
 
  private:
   void write_line(std::string_view line);

@@ -1,8 +1,10 @@
 #include "platform/terminal/NorvoRecover.h"
 
 #include <algorithm>
+#include <memory>
 #include <optional>
 #include <string>
+#include <utility>
 #include <variant>
 #include <vector>
 
@@ -10,6 +12,10 @@
 #include "engine/OutputFolders.h"
 #include "platform/System.h"
 #include "platform/terminal/CommandLine.h"
+#include "platform/terminal/DriveReport.h"
+#include "platform/terminal/ExitStatus.h"
+#include "platform/terminal/OptionValues.h"
+#include "platform/terminal/ReportSetUp.h"
 #include "platform/terminal/SignatureReport.h"
 #include "platform/terminal/TerminalSession.h"
 #include "platform/terminal/TypeTable.h"
@@ -20,25 +26,23 @@
 namespace norvo {
 namespace {
 
-constexpr int wrong_usage = 2;
-
 int refuse(const NorvoRecoverSetting& setting, const std::string& message) {
   setting.err << message << '\n';
-  return wrong_usage;
+  return exit_status::wrong_usage;
 }
 
-int exit_status(SearchOutcome outcome) {
+int status_of(SearchOutcome outcome) {
   switch (outcome) {
     case SearchOutcome::completed:
-      return 0;
+      return exit_status::completed;
     case SearchOutcome::stopped:
-      return 130;
+      return exit_status::stopped;
     case SearchOutcome::save_failed:
-      return 1;
+      return exit_status::save_failed;
     case SearchOutcome::open_failed:
-      return 3;
+      return exit_status::open_failed;
   }
-  return wrong_usage;
+  return exit_status::wrong_usage;
 }
 
 // A device whose size cannot be told still goes to the search, which reports why it cannot be
@@ -93,9 +97,9 @@ void show_summary(const TerminalSession& session, const ScanRequest& request, Se
 std::optional<std::string> edition_fault(const CommandLine& line, const EditionProfile& profile) {
   const std::string edition = "\"" + utf8_from_text(line.edition) + "\"";
   if (!profile.is_edition()) {
-    return edition +
-           " names no edition: its name holds none of Alder, Birch, Cedar, Larch, "
-           "Maple, Rowan and Spruce.";
+    std::vector<std::string> keywords;
+    for (const TextView keyword : edition_keywords()) keywords.push_back(utf8_from_text(keyword));
+    return edition + " names no edition: its name holds none of " + listed(keywords, "and") + ".";
   }
   if (!profile.has_search_type(line.Recovery_MODE)) {
     return "The edition " + edition + " does not have this search type.";
@@ -140,7 +144,18 @@ int list_types(const CommandLine& line, const NorvoRecoverSetting& setting) {
   return 0;
 }
 
-int search(const CommandLine& line, const NorvoRecoverSetting& setting) {
+int list_drives(const CommandLine& line, const NorvoRecoverSetting& setting) {
+  const EditionProfile profile = select_edition(line.edition);
+  if (const auto fault = edition_fault(line, profile)) return refuse(setting, *fault);
+  DriveList list(setting.disk_utility, profile.USE_HARD_DISK);
+  list.Reload_Drive_list_Function();
+  report_drives(list, profile.USE_HARD_DISK, line.json, setting.out, setting.err);
+  return 0;
+}
+
+int search(const CommandLine& line, std::span<const char* const> arguments,
+           const NorvoRecoverSetting& setting) {
+  std::unique_ptr<RecoveryReport> report;  // open files refer to it until the controller is gone
   TerminalSession session({.out = setting.out,
                            .err = setting.err,
                            .json = line.json,
@@ -156,12 +171,20 @@ int search(const CommandLine& line, const NorvoRecoverSetting& setting) {
     const auto fault = tick_types(controller.check_list(), line.types);
     if (fault) return refuse(setting, *fault);
   }
+  auto begun = begin_report(line, arguments, std::get<ScanRequest>(request));
+  if (const auto* fault = std::get_if<UsageError>(&begun)) return refuse(setting, fault->message);
+  report = std::get<std::unique_ptr<RecoveryReport>>(std::move(begun));
   warn_before_search(line, controller, signature_folder(line, setting), setting.err);
   if (setting.publish_stop_flag != nullptr) setting.publish_stop_flag(&controller.state().stop_now);
-  const SearchOutcome outcome = session.run(controller, std::get<ScanRequest>(request));
+  if (line.Recovery_MODE != 0) controller.hand_over_selection(line.Recovery_MODE);
+  const SearchOutcome outcome =
+      session.run(controller, std::get<ScanRequest>(request), report.get());
   if (setting.publish_stop_flag != nullptr) setting.publish_stop_flag(nullptr);
   if (!line.json) show_summary(session, std::get<ScanRequest>(request), outcome, setting.out);
-  return exit_status(outcome);
+  const int status = status_of(outcome);
+  return status == exit_status::completed && report && !report->is_whole()
+             ? exit_status::report_lost
+             : status;
 }
 
 }  // namespace
@@ -181,12 +204,14 @@ int norvo_recover(std::span<const char* const> arguments, const NorvoRecoverSett
       return 0;
     case CommandLine::Action::list_types:
       return list_types(line, setting);
+    case CommandLine::Action::list_drives:
+      return list_drives(line, setting);
     case CommandLine::Action::check_signatures:
       return report_signature_faults(line.checked_signatures, setting.out, setting.err);
     case CommandLine::Action::search:
-      return search(line, setting);
+      return search(line, arguments, setting);
   }
-  return wrong_usage;
+  return exit_status::wrong_usage;
 }
 
 }  // namespace norvo

@@ -8,12 +8,14 @@
 #include <span>
 
 #include "engine/Device.h"
+#include "storage/DiskUtility.h"
 
 namespace norvo {
 
 // What the program gets from its surroundings.
 struct NorvoRecoverSetting {
   DeviceOpener& opener;
+  DiskUtility& disk_utility;
   std::filesystem::path shipped_signatures;
   std::ostream& out;
   std::ostream& err;
@@ -22,9 +24,8 @@ struct NorvoRecoverSetting {
   void (*publish_stop_flag)(std::atomic<std::int32_t>* stop_now) = nullptr;
 };
 
-// Runs the program with the arguments after its name and returns its exit status: 0 the search ran
-// to its end, 1 results could not be saved, 2 wrong usage, 3 the device could not be opened, 130
-// stopped. Main thread.
+// Runs the program with the arguments after its name and returns its exit status, one of
+// ExitStatus.h. Main thread.
 int norvo_recover(std::span<const char* const> arguments, const NorvoRecoverSetting& setting);
 
 }  // namespace norvo

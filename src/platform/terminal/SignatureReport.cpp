@@ -6,6 +6,7 @@
 #include <system_error>
 #include <vector>
 
+#include "platform/terminal/ExitStatus.h"
 #include "sigdb/SignatureCheck.h"
 #include "util/Files.h"
 
@@ -31,7 +32,7 @@ int report_signature_faults(const fs::path& folder, std::ostream& out, std::ostr
   const std::vector<fs::path> files = signature_files(folder);
   if (files.empty()) {
     err << folder.string() << " holds no signature files (their names end in .dll).\n";
-    return 2;
+    return exit_status::wrong_usage;
   }
   std::size_t faults = 0;
   for (const fs::path& file : files) {
@@ -48,7 +49,7 @@ int report_signature_faults(const fs::path& folder, std::ostream& out, std::ostr
   }
   out << files.size() << (files.size() == 1 ? " file, " : " files, ") << faults
       << (faults == 1 ? " fault\n" : " faults\n");
-  return faults == 0 ? 0 : 1;
+  return faults == 0 ? exit_status::completed : exit_status::faulty_signatures;
 }
 
 }  // namespace norvo

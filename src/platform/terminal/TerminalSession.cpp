@@ -17,9 +17,12 @@ std::string permission_advice(int error) {
 
 }  // namespace
 
-SearchOutcome TerminalSession::run(MyTableController& controller, const ScanRequest& request) {
-  controller.start_search(request);
+SearchOutcome TerminalSession::run(MyTableController& controller, const ScanRequest& request,
+                                   RecoveryReport* report) {
+  report_ = report;
+  controller.start_search(request, report);
   controller.wait_for_worker();
+  if (report_ != nullptr) tell(report_->end());
   // The window's timer goes on after a search that ran to its end; here its last word is said at
   // once.
   const SearchOutcome outcome = controller.state().outcome;
@@ -77,11 +80,16 @@ void TerminalSession::post_Final_or_Stop_Screen() {
 void TerminalSession::file_reported(const std::filesystem::path& path, TextView imageName,
                                     TextView image_UID, const ItemReport& /*report*/) {
   if (output_.json) events_.file(pass_, path, imageName, image_UID);
+  if (report_ != nullptr) tell(report_->file_reported(pass_, path));
   std::error_code error;
   const std::uintmax_t bytes = std::filesystem::file_size(path, error);
   if (error) return;
   const std::string extension = path.extension().native();
   found_.add(pass_, extension.empty() ? "" : extension.substr(1), bytes);
+}
+
+void TerminalSession::tell(const std::optional<std::string>& fault) {
+  if (fault) write_error_line(*fault);
 }
 
 void TerminalSession::report_device_error(int error, bool permission) {

@@ -4,6 +4,7 @@
 
 #include <atomic>
 #include <mutex>
+#include <optional>
 #include <ostream>
 #include <string>
 
@@ -11,6 +12,7 @@
 #include "engine/ScanOperations.h"
 #include "platform/terminal/EventWriter.h"
 #include "platform/terminal/FoundTable.h"
+#include "platform/terminal/RecoveryReport.h"
 
 namespace norvo {
 
@@ -27,8 +29,10 @@ class TerminalSession final : public ScanOperations, public ReportListener {
  public:
   explicit TerminalSession(const TerminalOutput& output) : output_(output), events_(output.out) {}
 
-  // Runs a search of `controller` to its end and returns how it ended. Main thread.
-  SearchOutcome run(MyTableController& controller, const ScanRequest& request);
+  // Runs a search of `controller` to its end and returns how it ended. `report`, unless it is null,
+  // tells of every file, and is ended. Main thread.
+  SearchOutcome run(MyTableController& controller, const ScanRequest& request,
+                    RecoveryReport* report = nullptr);
 
   // What was found, for the summary. After run().
   const FoundTable& found() const { return found_; }
@@ -44,16 +48,19 @@ class TerminalSession final : public ScanOperations, public ReportListener {
   void pause(std::chrono::milliseconds /*duration*/) override {}
   void file_reported(const std::filesystem::path& path, TextView imageName, TextView image_UID,
                      const ItemReport& report) override;
+  void images_emptied() override {}
 
  private:
   void show_progress(const Text& label);
   void write_error_line(const std::string& line);
+  void tell(const std::optional<std::string>& fault);
   void report_device_error(int error, bool permission);
 
   TerminalOutput output_;
   EventWriter events_;
   FoundTable found_;           // worker thread, then main thread
   Pass pass_ = Pass::general;  // worker thread
+  RecoveryReport* report_ = nullptr;
 
   std::mutex line_mutex_;  // guards the progress line and `err`
   std::string shown_label_;

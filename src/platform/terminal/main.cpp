@@ -9,10 +9,12 @@
 int main(int argc, char** argv) {
   norvo::install_stop_signals();
   const auto opener = norvo::make_system_device_opener();
+  const auto disk_utility = norvo::make_system_disk_utility();
   const std::span<const char* const> arguments(argv, static_cast<std::size_t>(argc));
   return norvo::norvo_recover(
       arguments.subspan(arguments.empty() ? 0 : 1),
       {.opener = *opener,
+       .disk_utility = *disk_utility,
        .shipped_signatures = norvo::executable_folder() / "../share/norvo-recovery/signatures",
        .out = std::cout,
        .err = std::cerr,
