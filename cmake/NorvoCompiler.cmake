@@ -22,6 +22,12 @@ if(NORVO_WERROR)
   add_compile_options(-Werror)
 endif()
 
+# The program reads what strangers wrote: the tables through which it calls libraries are filled at
+# the start and cannot be written to any more.
+if(CMAKE_SYSTEM_NAME STREQUAL "Linux")
+  add_link_options(LINKER:-z,relro,-z,now)
+endif()
+
 set(NORVO_SANITIZE "" CACHE STRING "Sanitizers to build with, for example address,undefined")
 if(NORVO_SANITIZE)
   add_compile_options(-fsanitize=${NORVO_SANITIZE} -fno-omit-frame-pointer
