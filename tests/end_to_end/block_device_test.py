@@ -70,6 +70,14 @@ class BlockDevice(Case):
         self.assertEqual(run.status, 0, run.err)
         self.assertNotIn('Warning', run.err)
 
+    def test_a_report_on_the_device_is_refused(self) -> None:
+        device, folder = self.mounted()
+        for report in (folder / 'report.xml', folder / 'not' / 'there' / 'yet.csv'):
+            self.assert_refused(self.run_program('--device', device, '--destination',
+                                                 self.destination, '--report', report),
+                                'would lie on the device that is searched')
+        self.assertEqual([path.name for path in folder.iterdir()], ['lost+found'])
+
     def test_a_link_to_the_device_and_a_link_to_the_destination_do_not_hide_it(self) -> None:
         device, folder = self.mounted()
         (self.folder / 'card').symlink_to(device)

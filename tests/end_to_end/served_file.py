@@ -133,10 +133,12 @@ def main() -> None:
     parser.add_argument('mountpoint')
     parser.add_argument('--bad-sectors', default='', help='numbers with commas between them')
     parser.add_argument('--bytes-per-second', type=int, default=0)
-    parser.add_argument('--gate', help='reads past --gate-offset wait until this file is there')
+    parser.add_argument('--gate', help='reads past --gate-offset wait until this file is there; '
+                        'nothing is read ahead, or what is asked for would wait for that as well')
     parser.add_argument('--gate-offset', type=int, default=0)
     options = parser.parse_args()
-    fusepy.FUSE(Served(options), options.mountpoint, foreground=True, raw_fi=False, ro=True)
+    fusepy.FUSE(Served(options), options.mountpoint, foreground=True, raw_fi=False, ro=True,
+                direct_io=bool(options.gate))
 
 
 if __name__ == '__main__':

@@ -38,7 +38,7 @@ class WrongUsage(Case):
 
     def test_an_option_without_its_value_is_refused(self) -> None:
         for option in ('--device', '--destination', '--edition', '--mode', '--start-sector',
-                       '--end-sector', '--signatures'):
+                       '--end-sector', '--signatures', '--report'):
             run = self.run_program('--json', '--device', self.image, '--destination',
                                    self.destination, option)
             self.assert_refused(run, option)
@@ -89,7 +89,8 @@ class Information(Case):
         self.assertEqual((run.status, run.err), (0, ''))
         for option in ('--device', '--destination', '--edition', '--mode', '--start-sector',
                        '--end-sector', '--no-thorough', '--signatures', '--json', '--quiet',
-                       '--check-signatures', '--help', '--version'):
+                       '--list-types', '--list-drives', '--check-signatures', '--report', '--help',
+                       '--version'):
             self.assertIn(option, run.out)
 
     def test_the_version_is_one_line(self) -> None:

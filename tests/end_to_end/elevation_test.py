@@ -1,0 +1,362 @@
+#!/usr/bin/python3
+"""Starting with the right to read drives, for real: pkexec, polkit, another user, a block device.
+
+NORVO_PROBE names the program that starts as the one with the window does and reports its rights;
+NORVO_POLICY the script that writes the policy.
+"""
+import errno
+import json
+import os
+import shutil
+import socket
+import subprocess
+import tempfile
+import unittest
+from pathlib import Path
+
+import polkit_machine
+from harness import call, main, need_root, need_tools
+from polkit_machine import PKEXEC, POLKITD, Machine, User, processes_of, status_of, wait_until
+
+BEGINNING = b'Norvo block device'
+APPLICATION_STATUS = 42
+NOBODY = '65534\t65534\t65534\t65534'
+NO_CAPABILITY = '0000000000000000'
+READING_CAPABILITY = '0000000000000004'
+CAPABILITY_SETS = ('CapInh', 'CapPrm', 'CapEff', 'CapBnd', 'CapAmb')
+EDITION = 'Norvo Alder'
+# The request mark, then version and type, low byte first; the path follows.
+MARK = b'NORQ'
+PTRACE_ATTACH = 16
+# What a process of the same person gets: tracing another one, and reading its environment.
+LOOK_INTO = f"""
+import ctypes, sys
+libc = ctypes.CDLL(None, use_errno=True)
+print(ctypes.get_errno() if libc.ptrace({PTRACE_ATTACH}, int(sys.argv[1]), 0, 0) else 0)
+try:
+    open('/proc/' + sys.argv[1] + '/environ', 'rb').close()
+    print(0)
+except OSError as error:
+    print(error.errno)
+"""
+machine: Machine
+device: Path
+bundles: Path
+
+
+def setUpModule() -> None:
+    need_root('elevation')
+    need_tools('unshare', 'mount', 'losetup', 'dbus-daemon', 'dbus-send', 'cmake')
+    for tool in (PKEXEC, POLKITD):
+        if not tool.exists():
+            raise unittest.SkipTest(f'{tool} is not there; '
+                                    'tools/install_packages test installs it')
+    if not polkit_machine.is_inside():
+        raise unittest.SkipTest('private namespaces cannot be had here')
+    global machine, device, bundles
+    machine = Machine()
+    folder = machine.folder
+    bundles = folder / 'bundles'
+    bundles.mkdir()
+    image = folder / 'image'
+    image.write_bytes(BEGINNING.ljust(1 << 20, b'.'))
+    try:
+        device = Path(call('losetup', '--find', '--show', image).strip())
+    except AssertionError as reason:
+        raise unittest.SkipTest(f'no block device can be made of a file here: {reason}') from None
+    # A device that is detached while it is open goes when it is closed, however this process ends.
+    unittest.addModuleCleanup(os.close, os.open(device, os.O_RDONLY | os.O_CLOEXEC))
+    call('losetup', '--detach', device)
+    policy = folder / 'org.norvo.recovery.policy'
+    call('cmake', f'-DFOLDER={bundles}', f'-DOUTPUT={policy}', '-P', os.environ['NORVO_POLICY'])
+    machine.start_polkit(policy)
+    unittest.addModuleCleanup(machine.stop_polkit)
+
+
+class Bundle:
+    """A bundle with the probe in it, and what that reports."""
+
+    def __init__(self, user: User, name: str = EDITION, executable: str = '') -> None:
+        self.root = bundles / f'{name}.app'
+        self.executable = self.root / 'Contents/MacOS' / (executable or name)
+        self.executable.parent.mkdir(parents=True)
+        shutil.copy(os.environ['NORVO_PROBE'], self.executable)
+        (self.root / 'Contents/Resources').mkdir()
+        self.files = Path(tempfile.mkdtemp(prefix='probe_', dir=user.home))
+        os.chown(self.files, user.uid, user.gid)
+        self.report_file = self.files / 'report.json'
+        self.final_file = self.files / 'final.json'
+        self.plan([], [])
+
+    def plan(self, paths: list[object], packets: list[bytes]) -> None:
+        plan = {'report': str(self.report_file), 'final_report': str(self.final_file),
+                'proceed': str(self.files / 'proceed'), 'open': [str(path) for path in paths],
+                'packets': [packet.hex() for packet in packets]}
+        place = self.root / 'Contents/Resources/plan.json'
+        place.write_text(json.dumps(plan), encoding='utf-8')
+
+    def report(self) -> dict:
+        wait_until(self.report_file.exists, 'waiting for the report of the second process')
+        return json.loads(self.report_file.read_text(encoding='utf-8'))
+
+    def proceed(self) -> None:
+        (self.files / 'proceed').touch()
+
+    def final_report(self) -> dict:
+        self.proceed()
+        wait_until(self.final_file.exists, 'waiting for the last report')
+        return json.loads(self.final_file.read_text(encoding='utf-8'))
+
+    def running(self) -> list[int]:
+        return processes_of(self.executable)
+
+    def wait_for_end(self) -> None:
+        self.proceed()
+        wait_until(lambda: not self.running(), 'waiting for the end of all processes')
+
+    def remove(self) -> None:
+        self.wait_for_end()
+        shutil.rmtree(self.root)
+
+
+class Elevation(unittest.TestCase):
+    maxDiff = 3000
+
+    def bundle(self, user: User, **names: str) -> Bundle:
+        bundle = Bundle(user, **names)
+        self.addCleanup(bundle.remove)
+        return bundle
+
+    def assert_ends_silently(self, user: User, bundle: Bundle) -> None:
+        process = user.start([bundle.executable])
+        out, err = process.communicate(timeout=10)
+        self.assertEqual((process.returncode, out, err), (0, '', ''))
+
+    def assert_rights(self, status: dict, ids: str, capability: str) -> None:
+        self.assertEqual(status['Uid'], ids)
+        self.assertEqual(status['Gid'], ids)
+        self.assertEqual(status['NoNewPrivs'], '1')
+        wanted = {name: NO_CAPABILITY for name in CAPABILITY_SETS}
+        wanted['CapPrm'] = wanted['CapEff'] = capability
+        self.assertEqual({name: status[name] for name in CAPABILITY_SETS}, wanted)
+
+    def opener_of(self, window: int, bundle: Bundle) -> int:
+        children = [pid for pid in bundle.running() if status_of(pid)['PPid'] == str(window)]
+        self.assertEqual(len(children), 1, children)
+        return children[0]
+
+
+class AnAllowedPerson(Elevation):
+    def setUp(self) -> None:
+        self.person = machine.allowed
+        self.app = self.bundle(self.person)
+
+    def start(self, *paths: object, packets: list[bytes] | None = None) -> dict:
+        self.app.plan([device, *paths], packets or [])
+        self.assert_ends_silently(self.person, self.app)
+        report = self.app.report()
+        self.assertIn(report['pid'], self.app.running(), 'the first process waits for nobody')
+        return report
+
+    def session(self) -> Path:
+        folder = Path('/run/user') / str(self.person.uid)
+        folder.mkdir(parents=True)
+        self.addCleanup(shutil.rmtree, folder)
+        for name in ('bus', 'wayland-1', 'wayland-0'):
+            with socket.socket(socket.AF_UNIX) as listener:
+                listener.bind(str(folder / name))
+        for place in (folder, *folder.iterdir()):
+            os.chown(place, self.person.uid, self.person.gid)
+        folder.chmod(0o700)
+        return folder
+
+    def test_gets_a_window_with_the_person_s_identity_and_no_capability(self) -> None:
+        report = self.start()
+        ids = '\t'.join([str(self.person.uid)] * 4)
+        self.assertEqual(report['arguments'], ['a', 'b', 'c'])
+        self.assert_rights(report['status'], ids, NO_CAPABILITY)
+        self.assertEqual(set(report['status']['Groups'].split()),
+                         {str(self.person.gid), str(self.person.other_gid)})
+        self.assertEqual(report['becoming_root'], errno.EPERM)
+        self.assertEqual(report['secret_file'], errno.EACCES)
+
+    def test_is_at_home_and_in_the_own_session(self) -> None:
+        runtime = self.session()
+        report = self.start()
+        self.assertEqual(report['folder'], str(self.person.home))
+        wanted = {'HOME': str(self.person.home), 'USER': self.person.name,
+                  'LOGNAME': self.person.name, 'SHELL': '/bin/bash', 'LANG': 'C.UTF-8',
+                  'XDG_RUNTIME_DIR': str(runtime),
+                  'DBUS_SESSION_BUS_ADDRESS': f'unix:path={runtime}/bus',
+                  'WAYLAND_DISPLAY': 'wayland-0'}
+        found = report['environment']
+        self.assertEqual({name: found.get(name) for name in wanted}, wanted)
+        self.assertNotIn('PKEXEC_UID', found)
+
+    def test_without_a_session_gets_no_variables_of_one(self) -> None:
+        found = self.start()['environment']
+        for name in ('XDG_RUNTIME_DIR', 'DBUS_SESSION_BUS_ADDRESS', 'WAYLAND_DISPLAY'):
+            self.assertNotIn(name, found)
+
+    def test_reads_a_device_through_the_opener_only_and_cannot_write_it(self) -> None:
+        report = self.start()
+        self.assertEqual(report['alone'][str(device)], errno.EACCES)
+        opened = report['opener'][str(device)]
+        self.assertEqual((opened['error'], opened['got']), (0, 512))
+        self.assertTrue(BEGINNING.startswith(opened['bytes'].encode()), opened)
+        self.assertEqual(opened['descriptor'],
+                         {'access': os.O_RDONLY, 'close_on_exec': True,
+                          'write_error': errno.EBADF, 'reopen_error': errno.EACCES})
+        self.assertTrue(device.read_bytes().startswith(BEGINNING))
+
+    def test_is_refused_everything_but_block_devices(self) -> None:
+        secret = machine.folder / 'secret'
+        secret.write_text('of root', encoding='utf-8')
+        secret.chmod(0o600)
+        link = Path('/dev/shm/link')
+        link.symlink_to(device)
+        folder_link = Path('/dev/shm/folder')
+        folder_link.symlink_to('/dev')
+        hidden = Path('/dev/shm/file')
+        hidden.write_text('of root', encoding='utf-8')
+        hidden.chmod(0o600)
+        for path in (link, folder_link, hidden):
+            self.addCleanup(path.unlink)
+        dotted = f'/dev/../dev/{device.name}'
+        refused = {secret: errno.EACCES, '/etc/shadow': errno.EACCES, link: errno.ELOOP,
+                   folder_link / device.name: errno.ELOOP, hidden: errno.ENOTBLK,
+                   '/dev/mem': errno.ENOTBLK, '/dev/null': errno.ENOTBLK, dotted: errno.EACCES,
+                   f'/dev//{device.name}': errno.EACCES, '/dev/norvo-nothing': errno.ENOENT}
+        if not Path('/dev/mem').exists():
+            del refused['/dev/mem']
+        report = self.start(*refused)
+        found = {str(path): report['opener'][str(path)]['error'] for path in refused}
+        self.assertEqual(found, {str(path): error for path, error in refused.items()})
+        self.assertEqual(report['opener'][str(device)]['error'], 0)
+
+    def test_opens_disk_images_alone(self) -> None:
+        image = self.app.files / 'image'
+        image.write_bytes(b'an image of the person\'s own'.ljust(512))
+        report = self.start(image)
+        self.assertEqual(report['opener'][str(image)]['error'], 0)
+        self.assertEqual(report['opener'][str(image)]['bytes'], 'an image of the ')
+
+    def test_cannot_confuse_the_opener_by_other_packets(self) -> None:
+        path = str(device).encode()
+        good = MARK + b'\1\0\1\0' + path
+        strange = [MARK + b'\1\0\2\0' + path, MARK + b'\2\0\1\0' + path, b'X', path,
+                   MARK + b'\1\0\1\0', good + b'x' * 5000, good + b'\0', b'\0' * 8]
+        report = self.start(packets=strange * 3 + [good])
+        self.assertEqual(len(report['packets']), len(strange) * 3 + 1)
+        for packet, answer in zip(strange * 3, report['packets']):
+            wanted = errno.EACCES if packet == good + b'\0' else errno.EPROTO
+            self.assertEqual(answer, {'error': wanted, 'descriptor': False}, packet[:20])
+        self.assertEqual(report['packets'][-1], {'error': 0, 'descriptor': True})
+        opener = self.opener_of(report['pid'], self.app)
+        self.assertEqual(sorted(map(int, os.listdir(f'/proc/{opener}/fd')))[:3], [0, 1, 2])
+        self.assertEqual(len(os.listdir(f'/proc/{opener}/fd')), 4, 'no descriptor piles up')
+
+    def test_has_an_opener_that_is_nobody_and_can_only_read(self) -> None:
+        report = self.start()
+        status = status_of(self.opener_of(report['pid'], self.app))
+        self.assert_rights(status, NOBODY, READING_CAPABILITY)
+        self.assertEqual(status['Groups'].strip(), '')
+
+    def look_into(self, pid: int) -> list[int]:
+        process = self.person.start(['/usr/bin/python3', '-c', LOOK_INTO, pid])
+        out, err = process.communicate(timeout=30)
+        self.assertEqual(err, '')
+        return [int(error) for error in out.split()]
+
+    def test_cannot_look_into_either_process(self) -> None:
+        report = self.start()
+        for pid in (report['pid'], self.opener_of(report['pid'], self.app)):
+            self.assertEqual(self.look_into(pid), [errno.EPERM, errno.EACCES])
+        ordinary = self.person.start(['/usr/bin/sleep', '60'])
+        self.addCleanup(ordinary.communicate)
+        self.addCleanup(ordinary.kill)
+        wait_until(lambda: processes_of(Path('/usr/bin/sleep')) == [ordinary.pid], 'a sleeper')
+        self.assertEqual(self.look_into(ordinary.pid)[1], 0, 'the look works elsewhere')
+
+    def test_gets_an_error_from_an_opener_that_died(self) -> None:
+        report = self.start()
+        os.kill(self.opener_of(report['pid'], self.app), 9)
+        self.assertEqual(self.app.final_report(), {str(device): {'error': errno.EIO}})
+
+    def test_leaves_no_process_when_the_window_ends(self) -> None:
+        report = self.start()
+        self.opener_of(report['pid'], self.app)
+        self.app.wait_for_end()
+        self.assertEqual(self.app.running(), [])
+
+    def test_leaves_no_opener_when_the_window_is_killed(self) -> None:
+        report = self.start()
+        os.kill(report['pid'], 9)
+        wait_until(lambda: not self.app.running(), 'waiting for the end of all processes')
+
+    def test_starts_nothing_from_a_bundle_under_another_name(self) -> None:
+        renamed = self.bundle(self.person, name='Norvo Birch', executable='Norvo Cedar')
+        self.assert_ends_silently(self.person, renamed)
+        wait_until(lambda: not renamed.running(), 'waiting for the end of all processes')
+        self.assertFalse(renamed.report_file.exists())
+
+
+class ARefusedPerson(Elevation):
+    def test_sees_the_program_end_and_nothing_else(self) -> None:
+        app = self.bundle(machine.refused)
+        self.assert_ends_silently(machine.refused, app)
+        wait_until(lambda: not app.running(), 'waiting for the end of all processes')
+        self.assertFalse(app.report_file.exists())
+
+    def test_with_four_arguments_runs_with_the_own_rights(self) -> None:
+        person = machine.refused
+        app = self.bundle(person)
+        app.plan([device], [])
+        app.proceed()
+        process = person.start([app.executable, 'x', 'y', 'z'])
+        self.assertEqual(process.communicate(timeout=30), ('', ''))
+        self.assertEqual(process.returncode, APPLICATION_STATUS)
+        report = app.report()
+        self.assertEqual(report['arguments'], ['x', 'y', 'z'])
+        self.assertEqual(report['opener'][str(device)], {'error': errno.EACCES})
+
+
+class Root(Elevation):
+    def start(self, app: Bundle, *arguments: str, **variables: str) -> int:
+        app.plan([device], [])
+        environment = {'PATH': '/usr/bin:/bin', 'HOME': '/root', **variables}
+        process = subprocess.run([app.executable, *arguments], stdin=subprocess.DEVNULL,
+                                 capture_output=True, env=environment, timeout=30, check=False)
+        self.assertEqual((process.stdout, process.stderr), (b'', b''))
+        return process.returncode
+
+    def test_without_a_person_relaunches_directly_and_stays_root(self) -> None:
+        app = self.bundle(machine.refused)
+        self.assertEqual(self.start(app), 0)
+        report = app.report()
+        self.assertEqual(report['arguments'], ['a', 'b', 'c'])
+        self.assertEqual(report['status']['Uid'], '0\t0\t0\t0')
+        self.assertEqual(report['opener'][str(device)]['error'], 0)
+        self.assertEqual(app.final_report()[str(device)]['error'], 0)
+
+    def test_for_a_person_gives_every_right_up_and_returns_the_status(self) -> None:
+        person = machine.refused
+        app = self.bundle(person)
+        app.proceed()
+        status = self.start(app, 'a', 'b', 'c', PKEXEC_UID=str(person.uid))
+        self.assertEqual(status, APPLICATION_STATUS)
+        report = app.report()
+        self.assert_rights(report['status'], '\t'.join([str(person.uid)] * 4), NO_CAPABILITY)
+        self.assertEqual(report['opener'][str(device)]['error'], 0)
+
+    def test_for_somebody_unknown_does_not_run(self) -> None:
+        app = self.bundle(machine.allowed)
+        for number in ('0', '', '-1', '61001x', ' 61001', '4294967295', '59999', '99999999999'):
+            with self.subTest(number):
+                self.assertEqual(self.start(app, 'a', 'b', 'c', PKEXEC_UID=number), 1)
+                self.assertFalse(app.report_file.exists())
+
+
+if __name__ == '__main__':
+    polkit_machine.enter()
+    main()
