@@ -1,0 +1,198 @@
+#!/usr/bin/python3
+"""Every command of every document is run in a fresh copy of the tree, in the order of reading.
+
+The copy builds with ./run as a newcomer does. Commands of cmake and ctest are not run again in it,
+as building everything takes too long: their presets, targets and tests are looked up in the build
+that this test belongs to (NORVO_BUILD). What cannot be run here stands in known_commands.py.
+"""
+import json
+import os
+import re
+import shlex
+import shutil
+import subprocess
+import sys
+import tempfile
+import unittest
+from pathlib import Path
+
+import documents
+from documents import ROOT, Command
+from known_commands import ELSEWHERE, INSTEAD
+
+BUILD = Path(os.environ['NORVO_BUILD'])
+PATIENCE = 1500  # seconds for one command; ./run builds the program
+
+
+def key_of(command: Command) -> str | None:
+    """The line of ELSEWHERE that the command belongs to."""
+    for key in ELSEWHERE:
+        if (command.text == key or command.place.startswith(f'{key}:')
+                or (key.endswith(' ...') and command.text.startswith(key[:-3]))):
+            return key
+    return None
+
+
+def as_run_here(text: str) -> str:
+    for key, parts in INSTEAD:
+        if key in text:
+            for old, new in parts.items():
+                text = text.replace(old, new)
+            return text
+    return text
+
+
+def of_build_tools(text: str) -> bool:
+    return bool(re.match(r'(cmake|ctest) -', text))
+
+
+def listed_tests(*arguments: str) -> list[str]:
+    """The names of the build's tests that ctest selects. ctest is called in a folder of its own, as
+    it would empty the log of the run to which this test belongs."""
+    with tempfile.TemporaryDirectory(prefix='norvo_ctest_') as folder:
+        Path(folder, 'CTestTestfile.cmake').write_text(f'subdirs("{BUILD}")\n', 'utf-8')
+        listed = subprocess.run(['ctest', '--test-dir', folder, '-N', *arguments],
+                                capture_output=True, text=True, check=False).stdout
+    return re.findall(r'^ *Test +#\d+: (\S+)$', listed, re.MULTILINE)
+
+
+def copy_of_tree(target: Path) -> None:
+    """What a clone holds: files that git would take, or all but builds where there is no git."""
+    listed = subprocess.run(['git', '-C', ROOT, 'ls-files', '-coz', '--exclude-standard'],
+                            capture_output=True, text=True, check=False)
+    if listed.returncode != 0:
+        shutil.copytree(ROOT, target, ignore=shutil.ignore_patterns('build', '.git'), symlinks=True)
+        return
+    for name in filter(None, listed.stdout.split('\0')):
+        if (ROOT / name).exists():
+            (target / name).parent.mkdir(parents=True, exist_ok=True)
+            shutil.copy2(ROOT / name, target / name, follow_symlinks=False)
+
+
+class BuildTools:
+    """Whether commands of cmake and ctest name what exists."""
+
+    def __init__(self) -> None:
+        presets = json.loads((ROOT / 'CMakePresets.json').read_text('utf-8'))
+        self.presets = {kind: {preset['name'] for preset in presets[f'{kind}Presets']
+                               if not preset.get('hidden')}
+                        for kind in ('configure', 'build', 'test')}
+
+    def fault(self, text: str) -> str | None:
+        for part in re.split(r'\s*&&\s*', text):
+            words = shlex.split(part)
+            if words[0] in ('cmake', 'ctest') and (fault := self.fault_of(words)):
+                return fault
+        return None
+
+    def fault_of(self, words: list[str]) -> str | None:
+        kind = ('test' if words[0] == 'ctest' else 'build' if '--build' in words else 'configure')
+        if '--preset' not in words:
+            return None
+        preset = words[words.index('--preset') + 1]
+        if preset not in self.presets[kind]:
+            return f'there is no {kind} preset "{preset}"'
+        if kind == 'build' and '--target' in words:
+            return self.missing_targets(words[words.index('--target') + 1:])
+        if kind == 'test':
+            rest = [word for word in words[1:] if word not in ('--preset', preset, '-V')]
+            return None if listed_tests(*rest) else 'it selects no test'
+        return None
+
+    def missing_targets(self, targets: list[str]) -> str | None:
+        for target in targets:
+            known = subprocess.run(['ninja', '-C', BUILD, '-t', 'query', target],
+                                   capture_output=True, check=False)
+            if known.returncode != 0:
+                return f'there is no target "{target}"'
+        return None
+
+
+class FreshCopy:
+    """The tree in a new folder, with what the documents suppose to be there: a card's image under
+    the names that they use. `norvo-recover` alone is the one that ./run builds."""
+
+    def __init__(self, folder: Path) -> None:
+        self.tree = folder / 'norvo-recovery'
+        self.home = folder / 'home'
+        self.home.mkdir()
+        copy_of_tree(self.tree)
+        programs = self.tree / 'build' / 'release' / 'bin'
+        self.environment = {
+            **{key: value for key, value in os.environ.items()
+               if key not in ('DISPLAY', 'WAYLAND_DISPLAY')},
+            'HOME': str(self.home),
+            'CCACHE_DIR': os.environ.get('CCACHE_DIR', str(Path.home() / '.cache' / 'ccache')),
+            'CCACHE_BASEDIR': str(self.tree), 'CCACHE_NOHASHDIR': '1',
+            'PATH': f'{programs}:/usr/sbin:/usr/bin:/sbin:/bin'}
+
+    def run(self, text: str) -> tuple[int, str]:
+        result = subprocess.run(['bash', '-e', '-o', 'pipefail', '-c', text], cwd=self.tree,
+                                env=self.environment, stdin=subprocess.DEVNULL, text=True,
+                                stdout=subprocess.PIPE, stderr=subprocess.STDOUT, check=False,
+                                timeout=PATIENCE)
+        if re.search(r'Running 0 tests', result.stdout):
+            return 1, result.stdout + '\nno test has this name'
+        return result.returncode, result.stdout
+
+    def furnish(self) -> None:
+        """After ./run: the images, and those programs of the full build that ./run does not make."""
+        for name in ('card.img', 'some.img'):
+            os.link(self.tree / 'build/sample/card.img', self.tree / name)
+        for program in (BUILD / 'bin').iterdir():
+            mine = self.tree / 'build/release/bin' / program.name
+            if not mine.exists():
+                mine.symlink_to(program)
+
+
+class Commands(unittest.TestCase):
+    def test_there_are_commands(self) -> None:
+        found = {command.text for command in documents.commands()}
+        self.assertIn('./run', found)
+        self.assertGreater(len(found), 10)
+
+    def test_a_listing_that_is_no_command_says_what_it_is(self) -> None:
+        for document in documents.documents():
+            for block in documents.blocks(document):
+                self.assertNotEqual(block.language, '', f'{block.place}: the fence names no '
+                                    'language ("sh" for commands, "text" for what is none)')
+
+    def test_the_list_of_commands_that_are_not_run_is_not_out_of_date(self) -> None:
+        used = {key_of(command) for command in documents.commands()}
+        for key, reason in ELSEWHERE.items():
+            self.assertIn(key, used, f'known_commands.py: "{key}" stands in no document any more')
+            self.assertTrue(reason)
+
+    def test_each_test_that_runs_a_command_exists(self) -> None:
+        tests = listed_tests()
+        for reason in ELSEWHERE.values():
+            for name in re.findall(r'\b\w+_(?:test|replay)\b', reason):
+                self.assertIn(name, tests, f'known_commands.py: there is no {name}')
+
+    def test_commands_of_the_build_name_what_exists(self) -> None:
+        tools = BuildTools()
+        for command in documents.commands():
+            if of_build_tools(command.text) and key_of(command) is None:
+                with self.subTest(command.place):
+                    self.assertIsNone(tools.fault(command.text), command.text)
+
+    def test_every_other_command_works_in_a_fresh_copy(self) -> None:
+        with tempfile.TemporaryDirectory(prefix='norvo_documents_') as folder:
+            copy = FreshCopy(Path(folder))
+            status, output = copy.run('./run')
+            self.assertEqual(status, 0, output)
+            copy.furnish()
+            done = {'./run'}
+            for command in documents.commands():
+                known = key_of(command) is not None or of_build_tools(command.text)
+                if known or command.text in done:
+                    continue
+                done.add(command.text)
+                with self.subTest(command.place):
+                    status, output = copy.run(as_run_here(command.text))
+                    self.assertEqual(status, 0, f'{command.place}: {command.text}\n{output}')
+            print('run in a fresh copy:', *sorted(done), sep='\n  ', file=sys.stderr)
+
+
+if __name__ == '__main__':
+    unittest.main()
