@@ -16,7 +16,8 @@ from pathlib import Path
 
 import polkit_machine
 from harness import call, main, need_root, need_tools
-from polkit_machine import PKEXEC, POLKITD, Machine, User, processes_of, status_of, wait_until
+from polkit_machine import (PATIENCE, PKEXEC, POLKITD, Machine, User, processes_of, status_of,
+                            wait_until)
 
 BEGINNING = b'Norvo block device'
 APPLICATION_STATUS = 42
@@ -129,7 +130,7 @@ class Elevation(unittest.TestCase):
 
     def assert_ends_silently(self, user: User, bundle: Bundle) -> None:
         process = user.start([bundle.executable])
-        out, err = process.communicate(timeout=10)
+        out, err = process.communicate(timeout=PATIENCE)
         self.assertEqual((process.returncode, out, err), (0, '', ''))
 
     def assert_rights(self, status: dict, ids: str, capability: str) -> None:
@@ -264,7 +265,7 @@ class AnAllowedPerson(Elevation):
 
     def look_into(self, pid: int) -> list[int]:
         process = self.person.start(['/usr/bin/python3', '-c', LOOK_INTO, pid])
-        out, err = process.communicate(timeout=30)
+        out, err = process.communicate(timeout=PATIENCE)
         self.assertEqual(err, '')
         return [int(error) for error in out.split()]
 
@@ -314,7 +315,7 @@ class ARefusedPerson(Elevation):
         app.plan([device], [])
         app.proceed()
         process = person.start([app.executable, 'x', 'y', 'z'])
-        self.assertEqual(process.communicate(timeout=30), ('', ''))
+        self.assertEqual(process.communicate(timeout=PATIENCE), ('', ''))
         self.assertEqual(process.returncode, APPLICATION_STATUS)
         report = app.report()
         self.assertEqual(report['arguments'], ['x', 'y', 'z'])
@@ -326,7 +327,7 @@ class Root(Elevation):
         app.plan([device], [])
         environment = {'PATH': '/usr/bin:/bin', 'HOME': '/root', **variables}
         process = subprocess.run([app.executable, *arguments], stdin=subprocess.DEVNULL,
-                                 capture_output=True, env=environment, timeout=30, check=False)
+                                 capture_output=True, env=environment, timeout=PATIENCE, check=False)
         self.assertEqual((process.stdout, process.stderr), (b'', b''))
         return process.returncode
 

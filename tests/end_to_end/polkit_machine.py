@@ -19,7 +19,7 @@ PKEXEC = Path('/usr/bin/pkexec')
 INSIDE = 'NORVO_INSIDE_MACHINE'
 NAMESPACES = ['unshare', '--mount', '--pid', '--fork', '--kill-child', '--mount-proc',
               '--propagation', 'private']
-PATIENCE = 10
+PATIENCE = 60  # seconds
 RULES = """
 polkit.addRule(function(action, subject) {
   if (action.id.indexOf("org.norvo.recovery.") != 0) return polkit.Result.NOT_HANDLED;

@@ -7,7 +7,7 @@ import os
 import time
 from pathlib import Path
 
-from desktop import Desktop, until
+from desktop import PATIENCE, Desktop, until
 from disks import format_fat, copy_to_fat, delete_from_fat, empty_image, write_files
 from harness import Case, main, need_tools
 from pictures import make_jpegs
@@ -92,7 +92,7 @@ class Window(Case):
             desktop.key('alt+x')
             until(lambda: TITLE not in desktop.active_title(), 'the question before leaving')
             desktop.key('Return')
-            self.assertEqual(program.wait(timeout=30), 0)
+            self.assertEqual(program.wait(PATIENCE), 0)
 
     def test_leaving_in_the_middle_of_a_search_ends_the_process_at_once(self) -> None:
         image, _ = self.card(2, 64 * MIB)
@@ -111,7 +111,7 @@ class Window(Case):
             desktop.key('alt+x')
             until(lambda: TITLE not in desktop.active_title(), 'the question before leaving')
             desktop.key('Return')
-            self.assertEqual(program.wait(timeout=10), 0)
+            self.assertEqual(program.wait(PATIENCE), 0)
 
     def test_a_bundle_whose_name_is_no_edition_says_so(self) -> None:
         bundle = self.folder / 'Norvo Willow.app/Contents'
@@ -126,7 +126,7 @@ class Window(Case):
             program = desktop.start(copy, 'a', 'b', 'c')
             desktop.wait_for_window('Norvo Recovery')
             desktop.key('Return')
-            self.assertEqual(program.wait(timeout=30), 1)
+            self.assertEqual(program.wait(PATIENCE), 1)
 
 
 if __name__ == '__main__':

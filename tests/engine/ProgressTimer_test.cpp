@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <atomic>
 #include <mutex>
 #include <stdexcept>
@@ -42,14 +43,17 @@ TEST(ProgressTimer, TicksEveryHalfSecondAndNotAtOnce) {
   ProgressTimer timer;
   const Clock::time_point start = Clock::now();
   timer.start([&] { ticks.add(); });
-  ASSERT_TRUE(ticks.reach(3));
+  ASSERT_TRUE(ticks.reach(4));
   timer.invalidate();
   Clock::time_point before = start;
+  Clock::duration shortest = Clock::duration::max();
   for (const Clock::time_point& time : ticks.times()) {
     EXPECT_GE(time - before, milliseconds(450));
-    EXPECT_LT(time - before, milliseconds(1500));
+    shortest = std::min(shortest, time - before);
     before = time;
   }
+  // A busy machine wakes a thread late now and then, though not every time.
+  EXPECT_LT(shortest, milliseconds(900));
 }
 
 TEST(ProgressTimer, DoesNotTickOnceItIsInvalidated) {
@@ -62,14 +66,15 @@ TEST(ProgressTimer, DoesNotTickOnceItIsInvalidated) {
 }
 
 TEST(ProgressTimer, InvalidatingEndsItsThreadWithoutWaitingForTheNextTick) {
+  constexpr int timers = 20;
   const Clock::time_point start = Clock::now();
-  {
+  for (int started = 0; started < timers; ++started) {
     ProgressTimer timer;
     timer.start([] {});
     timer.invalidate();
     timer.invalidate();
   }
-  EXPECT_LT(Clock::now() - start, milliseconds(400));
+  EXPECT_LT(Clock::now() - start, timers * milliseconds(250)) << "half of what waiting would take";
 }
 
 TEST(ProgressTimer, MayBeInvalidatedFromWithinATick) {

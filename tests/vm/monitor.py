@@ -4,7 +4,7 @@ import socket
 import time
 from pathlib import Path
 
-PATIENCE = 20
+PATIENCE = 60  # seconds
 
 
 class Monitor:
