@@ -11,8 +11,8 @@ from types import TracebackType
 PATIENCE = 60  # seconds for anything that a person would wait for
 
 
-def until(done: Callable[[], object], what: str, patience: float = PATIENCE) -> None:
-    end = time.monotonic() + patience
+def until(done: Callable[[], object], what: str) -> None:
+    end = time.monotonic() + PATIENCE
     while not done():
         if time.monotonic() > end:
             raise AssertionError(f'waited in vain for {what}')
@@ -86,16 +86,24 @@ class Desktop:
     def active_title(self) -> str:
         return self.tool('getactivewindow', 'getwindowname')
 
-    def wait_for_window(self, title: str, patience: float = PATIENCE) -> None:
-        """Waits until the window with the keyboard has this title, and keeps it: a notice may come
-        and go in front of a window that has just opened."""
+    def wait_for_window(self, title: str) -> None:
+        self.wait_for_title(lambda active: title in active, f'the window "{title}"')
+
+    def wait_for_box_over(self, title: str) -> None:
+        self.wait_for_title(lambda active: bool(active) and title not in active,
+                            f'a box over "{title}"')
+
+    def wait_for_title(self, matches: Callable[[str], bool], what: str) -> None:
+        """Waits until the window with the keyboard has such a title, and keeps it: a notice may
+        come and go in front of a window that has just opened, and while the keyboard changes hands
+        no window has it."""
         seen = 0
-        end = time.monotonic() + patience
+        end = time.monotonic() + PATIENCE
         while seen < 8:
-            seen = seen + 1 if title in self.active_title() else 0
+            seen = seen + 1 if matches(self.active_title()) else 0
             if time.monotonic() > end:
                 self.picture(Path(tempfile.gettempdir()) / 'norvo_desktop_failure.png')
-                raise AssertionError(f'waited in vain for the window "{title}", '
+                raise AssertionError(f'waited in vain for {what}, '
                                      f'in front is "{self.active_title()}"')
             time.sleep(0.1)
 

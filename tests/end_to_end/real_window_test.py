@@ -84,13 +84,13 @@ class Window(Case):
             for number, original in enumerate(originals):
                 self.assertTrue(any(file.startswith(original) for file in found), number)
             desktop.key('alt+x')
-            until(lambda: TITLE not in desktop.active_title(), 'the question before leaving')
+            desktop.wait_for_box_over(TITLE)
             self.step(desktop, '7-leave')
             desktop.key('Escape')
             desktop.wait_for_window(f'{TITLE} - Photo Search')
             self.assertIsNone(program.poll())
             desktop.key('alt+x')
-            until(lambda: TITLE not in desktop.active_title(), 'the question before leaving')
+            desktop.wait_for_box_over(TITLE)
             desktop.key('Return')
             self.assertEqual(program.wait(PATIENCE), 0)
 
@@ -109,7 +109,7 @@ class Window(Case):
             desktop.key('alt+n')
             until(lambda: len(self.recovered()) == 2, 'the pictures')
             desktop.key('alt+x')
-            until(lambda: TITLE not in desktop.active_title(), 'the question before leaving')
+            desktop.wait_for_box_over(TITLE)
             desktop.key('Return')
             self.assertEqual(program.wait(PATIENCE), 0)
 
