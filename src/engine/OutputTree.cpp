@@ -49,8 +49,9 @@ UniqueFd make_and_open_folder(const UniqueFd& parent, const std::string& name) {
     fail("cannot make folder " + name);
   }
   folder = open_folder_at(parent, name);
-  // mkdir alone subtracts the umask.
-  if (!folder || fchmod(folder.get(), folder_permissions) != 0) fail("cannot make folder " + name);
+  if (!folder) fail("cannot make folder " + name);
+  // mkdir alone subtracts the umask. Drives that know no permissions refuse this, and take files.
+  static_cast<void>(fchmod(folder.get(), folder_permissions));
   return folder;
 }
 

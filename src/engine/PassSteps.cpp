@@ -6,6 +6,13 @@
 #include "util/Numbers.h"
 
 namespace norvo {
+namespace {
+
+void record_outcome(const ScanContext& context, SearchOutcome outcome) {
+  if (outcome > context.state.outcome) context.state.outcome = outcome;
+}
+
+}  // namespace
 
 void show_pass_label(const ScanContext& context, Pass pass) {
   const Text label =
@@ -15,10 +22,6 @@ void show_pass_label(const ScanContext& context, Pass pass) {
   context.operations.perform(operation::BeginPass{.pass = pass, .label = label});
   context.operations.perform(operation::SetModeLabel{label});
   context.state.Curr_Running_Mode_Info.set(label);
-}
-
-void record_outcome(const ScanContext& context, SearchOutcome outcome) {
-  if (outcome > context.state.outcome) context.state.outcome = outcome;
 }
 
 void close_device(const ScanContext& context) {
@@ -46,7 +49,8 @@ void settle_range(const ScanContext& context) {
 int open_device(const ScanContext& context) {
   OpenedDevice opened = context.opener.open(context.request.device_path);
   context.state.pFile_Disk = std::move(opened.device);
-  return context.state.pFile_Disk ? 0 : opened.error;
+  if (context.state.pFile_Disk) return 0;
+  return opened.error != 0 ? opened.error : EIO;
 }
 
 void end_with_open_failure(const ScanContext& context, int error, const OpenFailureExit& exit) {

@@ -13,7 +13,10 @@ ProgressTimer::~ProgressTimer() {
 
 void ProgressTimer::start(std::function<void()> tick) {
   finish();
-  valid_ = true;
+  {
+    const std::lock_guard lock(mutex_);
+    valid_ = true;
+  }
   thread_ = std::thread([this, tick = std::move(tick)] { run(tick); });
 }
 

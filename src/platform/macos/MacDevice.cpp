@@ -29,9 +29,11 @@ class MacDevice final : public DescriptorDevice {
 
 UniqueFd open_read_only(const std::filesystem::path& path, int& error) {
   UniqueFd fd(open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
-  error = errno;
   struct stat status {};
-  if (!fd || fstat(fd.get(), &status) != 0) return {};
+  if (!fd || fstat(fd.get(), &status) != 0) {
+    error = errno;
+    return {};
+  }
   error = S_ISDIR(status.st_mode) ? EISDIR : ENOTBLK;
   const bool searchable =
       S_ISCHR(status.st_mode) || S_ISBLK(status.st_mode) || S_ISREG(status.st_mode);
