@@ -6,31 +6,16 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include <array>
 #include <cerrno>
 #include <charconv>
+
+#include "util/DescriptorPair.h"
 
 // Some systems declare it in no header.
 extern "C" char** environ;  // NOLINT(readability-redundant-declaration)
 
 namespace norvo {
 namespace {
-
-struct Pipe {
-  UniqueFd read_end;
-  UniqueFd write_end;
-};
-
-// Open on purpose in the child only: there they become standard streams.
-Pipe make_pipe(int& error) {
-  std::array<int, 2> ends{-1, -1};
-  if (pipe(ends.data()) != 0) {
-    error = errno;
-    return {};
-  }
-  for (const int end : ends) fcntl(end, F_SETFD, FD_CLOEXEC);
-  return {.read_end = UniqueFd(ends[0]), .write_end = UniqueFd(ends[1])};
-}
 
 // This process's descriptors beyond the standard streams that a child would inherit.
 std::vector<int> inheritable_descriptors() {
@@ -114,31 +99,35 @@ int spawn(const ChildTask& task, const FileActions& actions, pid_t& pid) {
 
 StartedChild start_child(const ChildTask& task) {
   if (!task.executable.is_absolute()) return {.pid = -1, .output = {}, .error = EINVAL};
-  int error = 0;
-  Pipe output = make_pipe(error);
-  Pipe input = task.input == ChildTask::Input::fresh_pipe ? make_pipe(error) : Pipe();
-  if (error != 0) return {.pid = -1, .output = {}, .error = error};
+  // In the child they become standard streams.
+  const bool needs_input = task.input == ChildTask::Input::fresh_pipe;
+  DescriptorPair output = make_pipe();
+  const DescriptorPair input = output && needs_input ? make_pipe() : DescriptorPair();
+  if (!output || (needs_input && !input)) return {.pid = -1, .output = {}, .error = errno};
 
   FileActions actions;
   if (task.input == ChildTask::Input::descriptor) {
     actions.use(task.input_descriptor, STDIN_FILENO);
-  } else if (input.read_end) {
-    actions.use(input.read_end.get(), STDIN_FILENO);
+  } else if (input) {
+    actions.use(input.first.get(), STDIN_FILENO);
   } else {
     actions.use_null_device(STDIN_FILENO, O_RDONLY);
   }
-  actions.use(output.write_end.get(), STDOUT_FILENO);
+  actions.use(output.second.get(), STDOUT_FILENO);
   if (task.errors == ChildTask::Errors::with_output) {
     actions.use(STDOUT_FILENO, STDERR_FILENO);
   } else {
     actions.use_null_device(STDERR_FILENO, O_WRONLY);
   }
-  for (const int fd : inheritable_descriptors()) actions.close(fd);
 
   StartedChild child;
-  child.error = spawn(task, actions, child.pid);
+  {
+    const std::unique_lock whole_pairs = hold_descriptor_pairs();
+    for (const int fd : inheritable_descriptors()) actions.close(fd);
+    child.error = spawn(task, actions, child.pid);
+  }
   if (child.error != 0) return {.pid = -1, .output = {}, .error = child.error};
-  child.output = std::move(output.read_end);
+  child.output = std::move(output.first);
   return child;
 }
 

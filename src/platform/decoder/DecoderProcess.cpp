@@ -5,48 +5,32 @@
 #include <sys/socket.h>
 #include <sys/wait.h>
 
-#include <array>
 #include <cerrno>
 #include <string>
 #include <utility>
 
 #include "platform/decoder/DescriptorMessage.h"
 #include "util/ChildProcess.h"
+#include "util/DescriptorPair.h"
 
 namespace norvo {
-namespace {
-
-struct SocketPair {
-  UniqueFd ours;
-  UniqueFd theirs;
-};
-
-// A byte stream: every system has it, and the messages have their lengths.
-SocketPair make_socket_pair() {
-  std::array<int, 2> ends{-1, -1};
-  if (socketpair(AF_UNIX, SOCK_STREAM, 0, ends.data()) != 0) return {};
-  for (const int end : ends) fcntl(end, F_SETFD, FD_CLOEXEC);
-  fcntl(ends[0], F_SETFL, O_NONBLOCK);
-  return {.ours = UniqueFd(ends[0]), .theirs = UniqueFd(ends[1])};
-}
-
-}  // namespace
 
 DecoderProcess::DecoderProcess(const std::filesystem::path& decoder, std::uint64_t memory_limit,
                                DecoderRank rank)
     : rank_(rank) {
-  SocketPair sockets = make_socket_pair();
-  if (!sockets.ours) return;
+  DescriptorPair sockets = make_socket_pair();
+  if (!sockets) return;
+  fcntl(sockets.first.get(), F_SETFL, O_NONBLOCK);
   std::vector<std::string> arguments{std::to_string(memory_limit)};
   if (rank == DecoderRank::background) arguments.emplace_back("background");
   // Nothing of this process's surroundings reaches the decoder.
   const StartedChild child = start_child({.executable = decoder,
                                           .arguments = std::move(arguments),
                                           .input = ChildTask::Input::descriptor,
-                                          .input_descriptor = sockets.theirs.get(),
+                                          .input_descriptor = sockets.second.get(),
                                           .environment = {{"LC_ALL=C.UTF-8"}}});
   pid_ = child.pid;
-  if (pid_ > 0) socket_ = std::move(sockets.ours);
+  if (pid_ > 0) socket_ = std::move(sockets.first);
 }
 
 DecoderProcess::DecoderProcess(DecoderProcess&& other) noexcept

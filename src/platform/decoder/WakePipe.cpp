@@ -6,18 +6,18 @@
 #include <array>
 #include <cerrno>
 #include <system_error>
+#include <utility>
+
+#include "util/DescriptorPair.h"
 
 namespace norvo {
 
 WakePipe::WakePipe() {
-  std::array<int, 2> ends{-1, -1};
-  if (pipe(ends.data()) != 0) throw std::system_error(errno, std::generic_category(), "pipe");
-  for (const int end : ends) {
-    fcntl(end, F_SETFD, FD_CLOEXEC);
-    fcntl(end, F_SETFL, O_NONBLOCK);
-  }
-  read_end_ = UniqueFd(ends[0]);
-  write_end_ = UniqueFd(ends[1]);
+  DescriptorPair pipe = make_pipe();
+  if (!pipe) throw std::system_error(errno, std::generic_category(), "pipe");
+  for (const UniqueFd* end : {&pipe.first, &pipe.second}) fcntl(end->get(), F_SETFL, O_NONBLOCK);
+  read_end_ = std::move(pipe.first);
+  write_end_ = std::move(pipe.second);
 }
 
 void WakePipe::wake() const {
