@@ -5,6 +5,7 @@
 #include <cstring>
 #include <span>
 
+#include "sigdb/SignatureFormat.h"
 #include "util/Hexadecimal.h"
 
 namespace norvo {
@@ -12,9 +13,6 @@ namespace {
 
 constexpr TextView start_rule = u"1";
 constexpr TextView narrow_rule = u"nn";
-
-// A numeric position at or beyond this byte is never tried.
-constexpr std::int64_t numeric_position_limit = 507;
 
 std::vector<std::byte> header_bytes(TextView hexadecimal) {
   std::vector<std::byte> bytes;
@@ -111,7 +109,7 @@ std::vector<HeaderMatcher::CompiledRecord> HeaderMatcher::compile(const Signatur
     const bool numeric = !record.narrow_search && source.position_rule() != start_rule;
     const std::int64_t position = numeric ? std::int64_t{source.position()} - 1 : 0;
     const std::int32_t gate = source.gate_byte();
-    const bool reachable = position >= 0 && (!numeric || position < numeric_position_limit) &&
+    const bool reachable = position >= 0 && (!numeric || position < last_header_position) &&
                            static_cast<std::size_t>(position) + record.header.size() <= sector_size;
     if (!reachable || gate < 0 || gate > 255) continue;
     record.position = static_cast<std::size_t>(position);

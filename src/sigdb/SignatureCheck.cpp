@@ -4,21 +4,17 @@
 #include <optional>
 #include <utility>
 
+#include "sigdb/SignatureFormat.h"
 #include "util/Numbers.h"
 #include "util/Text.h"
 
 namespace norvo {
 namespace {
 
-constexpr TextView header_key = u"Header :";
-
-struct Field {
+struct Field : SignatureField {
   std::size_t line;
-  bool is_header_line;
-  Text value;
 };
 
-constexpr std::size_t fields_per_record = 6;
 using RecordFields = std::vector<Field>;
 
 bool all_of(TextView text, TextView allowed) {
@@ -58,7 +54,7 @@ class Checker {
     if (field.value.find(u'.') != Text::npos && !stop_allowed) {
       report(field.line, "a full stop cuts the value to what follows it");
     }
-    if (field.is_header_line && field.value.size() < 2) {
+    if (field.is_header && field.value.size() < 2) {
       report(field.line, "the header value has fewer than two characters");
     }
   }
@@ -75,14 +71,14 @@ class Checker {
     check_header(record_[2]);
     check_position(record_[3]);
     for (std::size_t k = 0; k < fields_per_record; ++k) {
-      if (k != 2 && record_[k].is_header_line) {
+      if (k != 2 && record_[k].is_header) {
         report(record_[k].line, "a \"Header :\" line stands where another field is expected");
       }
     }
   }
 
   void check_header(const Field& field) {
-    if (!field.is_header_line) {
+    if (!field.is_header) {
       report(field.line, "the third field line does not begin with exactly \"Header :\"");
     }
     if (field.value.size() % 2 != 0) report(field.line, "the header has an odd number of digits");
@@ -98,7 +94,7 @@ class Checker {
       return;
     }
     const std::int64_t position = integer64_value(field.value);
-    if (position < 1 || position > 507) {
+    if (position < 1 || position > last_header_position) {
       report(field.line, "a header at this position is never found (1 to 507 are)");
     }
   }
@@ -123,11 +119,8 @@ std::vector<SignatureFault> check_signature_file(std::string_view content) {
       checker.report(line_number, "not UTF-8: the whole file is ignored");
       continue;
     }
-    const std::size_t colon = line->find(u':');
-    if (colon == Text::npos) continue;
-    checker.add_field({.line = line_number,
-                       .is_header_line = TextView(*line).substr(0, colon + 1) == header_key,
-                       .value = Trim_Str(TextView(*line).substr(colon + 1))});
+    std::optional<SignatureField> field = signature_field(*line);
+    if (field) checker.add_field({std::move(*field), line_number});
   }
   return checker.finish();
 }

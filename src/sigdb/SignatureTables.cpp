@@ -6,16 +6,13 @@
 #include <string>
 #include <utility>
 
+#include "sigdb/SignatureFormat.h"
 #include "util/Files.h"
 #include "util/Hexadecimal.h"
 #include "util/LetterCase.h"
 
 namespace norvo {
 namespace {
-
-constexpr std::uintmax_t largest_signature_file = 64U << 20U;
-constexpr TextView header_key = u"Header :";
-constexpr std::size_t fields_per_record = 6;
 
 // Strips the dot of an extension; every field goes through the same rule.
 Text transformed(TextView trimmed) {
@@ -41,13 +38,12 @@ void SignatureLoader::append_records(TextView text, SignatureTable& table) {
     const TextView line = text.substr(from, end - from);
     from = end + 1;
 
-    const std::size_t colon = line.find(u':');
-    if (colon == TextView::npos) continue;
-    const Text value = Trim_Str(line.substr(colon + 1));
-    if (line.substr(0, colon + 1) == header_key && value.size() >= 2) {
-      pending_header_byte_ = decimal(hex2int(Left_Str_substringToIndex(value, 2)));
+    const std::optional<SignatureField> field = signature_field(line);
+    if (!field) continue;
+    if (field->is_header && field->value.size() >= 2) {
+      pending_header_byte_ = decimal(hex2int(Left_Str_substringToIndex(field->value, 2)));
     }
-    table.push_back(transformed(value));
+    table.push_back(transformed(field->value));
     if (++fields == fields_per_record) {
       table.push_back(std::exchange(pending_header_byte_, {}));
       fields = 0;

@@ -2,6 +2,7 @@
 
 #include <sys/stat.h>
 
+#include <algorithm>
 #include <fstream>
 #include <iterator>
 #include <system_error>
@@ -36,6 +37,18 @@ void Delete_File(const fs::path& path) {
   std::error_code error;
   fs::remove_all(path, error);
   if (error) Show_NSLog_Message(text_from_utf8_lossy(error.message()));
+}
+
+std::vector<fs::path> entries_of(const fs::path& folder) {
+  std::vector<fs::path> entries;
+  std::error_code error;
+  // A range-based loop would throw when reading on fails.
+  for (fs::directory_iterator entry(folder, error), end; !error && entry != end;
+       entry.increment(error)) {
+    entries.push_back(entry->path());
+  }
+  std::sort(entries.begin(), entries.end());
+  return entries;
 }
 
 std::optional<std::string> read_whole_file(const fs::path& path, std::uintmax_t size_limit) {

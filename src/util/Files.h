@@ -5,6 +5,7 @@
 #include <filesystem>
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace norvo {
 
@@ -16,6 +17,9 @@ bool Create_Folder(const std::filesystem::path& path);
 // Removes what is at `path` (a folder with its contents). The outcome is not reported; the reason
 // of a failure goes to the diagnostic sink. A link is removed, not followed.
 void Delete_File(const std::filesystem::path& path);
+
+// What a folder holds, sorted by name; nothing when it cannot be read.
+std::vector<std::filesystem::path> entries_of(const std::filesystem::path& folder);
 
 // The whole content, or nullopt when it is no readable regular file or larger than `size_limit`
 // bytes.

@@ -7,6 +7,7 @@
 #include <filesystem>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "support/FileContent.h"
 #include "support/TemporaryFolder.h"
@@ -42,6 +43,7 @@ class Files : public testing::Test {
 
 using CreateFolder = Files;
 using DeleteFile = Files;
+using EntriesOf = Files;
 using ReadWholeFile = Files;
 
 TEST_F(CreateFolder, MakesTheFolderWithAllMissingParents) {
@@ -157,6 +159,17 @@ TEST_F(DeleteFile, KeepsSilentAboutFailures) {
   EXPECT_NO_THROW(Delete_File(at("plain/below")));
   EXPECT_NO_THROW(Delete_File(at(std::string(300, 'x'))));
   EXPECT_EQ(test::read_file(at("plain")), "content");
+}
+
+TEST_F(EntriesOf, AreSortedByName) {
+  for (const char* name : {"b", "a", "c"}) test::write_file(at(name), "x");
+  EXPECT_EQ(entries_of(folder_.path()), (std::vector<fs::path>{at("a"), at("b"), at("c")}));
+}
+
+TEST_F(EntriesOf, AreNoneWhereThereIsNoReadableFolder) {
+  test::write_file(at("file"), "x");
+  EXPECT_TRUE(entries_of(at("file")).empty());
+  EXPECT_TRUE(entries_of(at("missing")).empty());
 }
 
 TEST_F(ReadWholeFile, ReturnsEveryByte) {

@@ -6,6 +6,7 @@
 #include <fstream>
 
 #include "platform/System.h"
+#include "util/Files.h"
 
 namespace norvo {
 namespace fs = std::filesystem;
@@ -25,12 +26,12 @@ bool is_on(const fs::path& folder, const std::string& device, int depth) {
   if (depth == 0) return false;
   if (number_in(folder) == device) return true;
   // A partition's folder lies inside its disk's.
-  if (fs::exists(folder / "partition") && is_on(folder.parent_path(), device, depth - 1)) {
+  std::error_code error;
+  if (fs::exists(folder / "partition", error) && is_on(folder.parent_path(), device, depth - 1)) {
     return true;
   }
-  std::error_code error;
-  for (const fs::directory_entry& slave : fs::directory_iterator(folder / "slaves", error)) {
-    const fs::path below = fs::canonical(slave.path(), error);
+  for (const fs::path& slave : entries_of(folder / "slaves")) {
+    const fs::path below = fs::canonical(slave, error);
     if (!error && is_on(below, device, depth - 1)) return true;
   }
   return false;
