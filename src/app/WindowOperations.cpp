@@ -2,7 +2,6 @@
 
 #include <exception>
 #include <system_error>
-#include <type_traits>
 #include <utility>
 
 #include "util/Diagnostics.h"

@@ -2,6 +2,8 @@
 #pragma once
 
 #include <cstdint>
+#include <span>
+#include <utility>
 
 #include "engine/Device.h"
 #include "util/UniqueFd.h"

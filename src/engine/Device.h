@@ -4,7 +4,6 @@
 // once, and while it runs nothing else is called; otherwise one thread at a time uses it.
 #pragma once
 
-#include <cerrno>
 #include <cstddef>
 #include <cstdint>
 #include <filesystem>

@@ -4,7 +4,6 @@
 #include <chrono>
 #include <exception>
 #include <limits>
-#include <string>
 #include <utility>
 
 #include "engine/Progress.h"

@@ -26,8 +26,6 @@ struct ProgramResult {
   End end = End::not_started;
   int status = 0;      // exit status
   std::string output;  // standard output, never more than the limit; empty unless it exited
-
-  bool succeeded() const { return end == End::exited && status == 0; }
 };
 
 // Runs the program at the absolute path `executable` to the end of its output and of itself. No

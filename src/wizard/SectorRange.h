@@ -1,7 +1,6 @@
 // The checks of a typed sector range. Any thread.
 #pragma once
 
-#include <cstdint>
 #include <optional>
 
 #include "util/Text.h"

@@ -1,8 +1,6 @@
 #include "wizard/SectorRangeControls.h"
 
-#include <array>
 #include <limits>
-#include <string>
 
 #include "util/Numbers.h"
 #include "wizard/GuidanceTexts.h"

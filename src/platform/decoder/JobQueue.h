@@ -6,7 +6,6 @@
 #include <optional>
 #include <tuple>
 #include <unordered_map>
-#include <vector>
 
 #include "platform/decoder/DecoderProtocol.h"
 

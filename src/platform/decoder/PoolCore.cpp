@@ -309,7 +309,7 @@ void PoolCore::dismiss(Seat& seat) {
 }
 
 void PoolCore::bury() {
-  // Taken out from the end, as a process cannot be assigned to.
+  // A process can be moved into being and not assigned to: nothing can be erased.
   std::vector<DecoderProcess> left;
   for (DecoderProcess& process : dying_) {
     if (!process.has_ended()) left.push_back(std::move(process));

@@ -79,8 +79,8 @@ class PoolCore {
   const DecoderPool::Callback callback_;
   WakePipe wake_;
 
-  std::mutex
-      mutex_;  // guards the queue and the jobs; not held while files or processes are touched
+  // Guards the queue, the jobs and the end; not held while files or processes are touched.
+  std::mutex mutex_;
   JobQueue queue_;
   std::unordered_map<std::uint64_t, Pending> jobs_;
   bool ending_ = false;
@@ -89,6 +89,8 @@ class PoolCore {
   std::vector<Seat> seats_;
   std::vector<DecoderProcess> dying_;
   std::uint32_t serials_ = 0;
+
+  // Any thread.
   std::atomic<std::uint64_t> started_ = 0;
   std::atomic<bool> background_ = false;
 

@@ -9,7 +9,6 @@
 #include <sys/syscall.h>
 #include <unistd.h>
 
-#include <array>
 #include <initializer_list>
 #include <memory>
 

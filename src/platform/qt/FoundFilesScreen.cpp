@@ -75,10 +75,10 @@ QWidget* FoundFilesScreen::make_preview(ControlTable& controls) {
   picture->setTextFormat(Qt::PlainText);
   picture->setFixedSize(preview_edge, preview_edge);
   picture->setAlignment(Qt::AlignCenter);
-  movie_view_ = controls.add(Control::mMovieView, new QWidget, u"Preview player"_s);
-  movie_view_->setFixedSize(preview_edge, preview_edge);
+  QWidget* const movie_view = controls.add(Control::mMovieView, new QWidget, u"Preview player"_s);
+  movie_view->setFixedSize(preview_edge, preview_edge);
   box->content().addWidget(picture);
-  box->content().addWidget(movie_view_);
+  box->content().addWidget(movie_view);
   box->setFixedWidth(preview_edge + 4 * unit);
   return box;
 }

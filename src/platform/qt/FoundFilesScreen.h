@@ -20,15 +20,11 @@ class FoundFilesScreen : public QWidget {
   TableView& table() const { return *table_; }
   ResultView& view() const { return *view_; }
 
-  // Where a player of movies puts its picture; it has no layout yet.
-  QWidget& movie_view() const { return *movie_view_; }
-
  private:
   QWidget* make_preview(ControlTable& controls);
 
   TableView* table_;
   ResultView* view_;
-  QWidget* movie_view_ = nullptr;
 };
 
 }  // namespace norvo

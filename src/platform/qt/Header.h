@@ -4,6 +4,7 @@
 
 #include <QLabel>
 #include <QWidget>
+#include <vector>
 
 #include "platform/qt/ControlTable.h"
 

@@ -4,7 +4,6 @@
 #include <QPainterPath>
 #include <QToolTip>
 #include <algorithm>
-#include <array>
 #include <cmath>
 
 #include "platform/qt/Icons.h"

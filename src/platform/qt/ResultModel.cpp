@@ -108,8 +108,6 @@ QVariant ResultModel::data(const QModelIndex& index, int role) const {
     case Qt::ToolTipRole:
     case Qt::AccessibleTextRole:
       return item.name;
-    case path_role:
-      return path_to_qt(item.item.path);
     case uid_role:
       return item.image_UID;
     default:

@@ -14,7 +14,7 @@ namespace norvo {
 
 class ResultModel : public QAbstractListModel {
  public:
-  enum Role { path_role = Qt::UserRole, uid_role };
+  enum Role { uid_role = Qt::UserRole };
 
   // `gallery` outlives the model.
   explicit ResultModel(const Gallery& gallery);

@@ -4,6 +4,7 @@
 #include <QListView>
 #include <cstddef>
 #include <functional>
+#include <memory>
 #include <optional>
 #include <vector>
 

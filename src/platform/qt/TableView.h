@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QTableView>
+#include <memory>
 #include <optional>
 
 #include "platform/qt/SourceTableModel.h"

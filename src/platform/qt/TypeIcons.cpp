@@ -8,7 +8,6 @@
 #include <QPixmapCache>
 #include <algorithm>
 #include <array>
-#include <utility>
 
 #include "platform/qt/Icons.h"
 #include "platform/qt/Theme.h"
@@ -107,7 +106,6 @@ QPixmap type_icon(const QString& extension, int size, double ratio) {
                           .arg(theme.surface.name(), theme.text.name());
   QPixmap pixmap;
   if (QPixmapCache::find(key, &pixmap)) return pixmap;
-  // Drawn twice as large where that makes small letters readable.
   pixmap = QPixmap(QSizeF(size * ratio, size * ratio).toSize());
   pixmap.fill(Qt::transparent);
   const TypeFamily family = family_of(extension);

@@ -7,7 +7,8 @@
 
 namespace norvo {
 
-// The size by lseek(), as the decoder's filter knows no fstat.
+// The size by lseek(): the C library asks for it by a call that also takes paths, which the decoder
+// may not use.
 FileBytes::FileBytes(int descriptor) {
   const off_t end = lseek(descriptor, 0, SEEK_END);
   if (end <= 0) return;

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <csetjmp>
+#include <optional>
 #include <vector>
 
 #include "platform/decoder/formats/Exif.h"
@@ -99,7 +100,6 @@ class JpegDecoder {
     if (setjmp(watch_.way_out) != 0) return false;
     jpeg_create_decompress(&info_);
     info_.src = &source_.manager;
-    // The library's own limit on tables of whole pictures: it has nowhere to swap them to.
     return jpeg_read_header(&info_, TRUE) == JPEG_HEADER_OK && info_.image_width > 0 &&
            info_.image_height > 0;
   }
@@ -121,7 +121,7 @@ class JpegDecoder {
   jpeg_decompress_struct info_{};
   std::vector<JSAMPLE> samples_;
   std::vector<std::uint32_t> row_;
-  std::vector<RowScaler> scaler_;  // one, as soon as the size is known
+  std::optional<RowScaler> scaler_;  // as soon as the size is known
 };
 
 // The library shrinks by eighths while it decodes, which is much faster than afterwards.
@@ -157,7 +157,7 @@ bool JpegDecoder::prepare(PictureSize box) {
   const PictureSize size{.width = info_.output_width, .height = info_.output_height};
   samples_.resize(std::size_t{4} * size.width);
   row_.resize(size.width);
-  scaler_.emplace_back(size, fitted(size, target));
+  scaler_.emplace(size, fitted(size, target));
   return true;
 }
 
@@ -183,17 +183,17 @@ bool JpegDecoder::decode(PictureSize box) {
                   static_cast<std::uint32_t>(bytes[4 * x + 1]) << 8U | bytes[4 * x];
       }
     }
-    scaler_.front().add(row_);
+    scaler_->add(row_);
   }
-  return scaler_.front().rows() > 0;
+  return scaler_->rows() > 0;
 }
 
 Decoded JpegDecoder::outcome() {
   const std::uint32_t height = info_.output_height;
-  const std::uint32_t rows = scaler_.front().rows();
+  const std::uint32_t rows = scaler_->rows();
   const std::uint32_t good = watch_.complained ? watch_.rows_before_complaint : rows;
   const bool in_scans = jpeg_has_multiple_scans(&info_) == TRUE;
-  Picture picture = scaler_.front().finish();
+  Picture picture = scaler_->finish();
   if (good >= height && rows >= height) return whole(std::move(picture));
   // All rows of a picture in several passes are there after the first one, if only roughly.
   if (in_scans && rows >= height) return partly(std::move(picture));
