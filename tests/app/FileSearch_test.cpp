@@ -14,30 +14,17 @@
 #include "support/FakeDevice.h"
 #include "support/FileContent.h"
 #include "support/Recorder.h"
+#include "support/ReportList.h"
 #include "support/TemporaryFolder.h"
 
 namespace norvo {
 namespace {
 
 namespace fs = std::filesystem;
+using test::ReportList;
 using test::sector_of;
 using testing::ElementsAre;
 using testing::IsEmpty;
-
-class ReportList final : public ReportListener {
- public:
-  void file_reported(const fs::path& path, TextView imageName, TextView image_UID,
-                     const ItemReport& report) override {
-    reports.push_back({path, Text(imageName), Text(image_UID)});
-    added.push_back(report.item_added);
-  }
-
-  void images_emptied() override { ++emptied; }
-
-  int emptied = 0;
-  std::vector<test::Report> reports;
-  std::vector<bool> added;
-};
 
 std::string record(const std::string& extension, const std::string& header) {
   return "E : ." + extension + "\nS : 9000\nHeader : " + header + "\nP : 1\nK :\nD : a " +

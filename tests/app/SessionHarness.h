@@ -15,6 +15,7 @@
 #include "support/EventLog.h"
 #include "support/FakeDevice.h"
 #include "support/FakeMainThread.h"
+#include "support/FakeProbe.h"
 #include "support/RecordingView.h"
 #include "support/TemporaryFolder.h"
 #include "support/WindowFakes.h"
@@ -44,17 +45,6 @@ class PathKeepingOpener final : public DeviceOpener {
  private:
   std::atomic<bool> held_ = false;
   FakeOpener opener_;
-};
-
-class FakeProbe final : public DeviceProbe {
- public:
-  int open_and_close(const std::filesystem::path& raw_device) override {
-    probed.push_back(raw_device);
-    return error;
-  }
-
-  int error = 0;
-  std::vector<std::filesystem::path> probed;
 };
 
 // More sectors than any test waits for.

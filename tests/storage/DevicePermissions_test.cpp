@@ -7,23 +7,16 @@
 #include <sstream>
 #include <vector>
 
+#include "support/FakeProbe.h"
+
 namespace norvo {
 namespace {
 
+using test::FakeProbe;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::Not;
-
-class FakeProbe final : public DeviceProbe {
- public:
-  int open_and_close(const std::filesystem::path& raw_device) override {
-    probed.push_back(raw_device);
-    return error;
-  }
-  int error = 0;
-  std::vector<std::filesystem::path> probed;
-};
 
 class RecordedReset final : public PrivacyReset {
  public:
