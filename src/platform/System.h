@@ -13,7 +13,8 @@
 
 namespace norvo {
 
-// Opens block devices (or raw nodes) and disk images, read-only.
+// Opens block devices (or raw nodes) and disk images, read-only. ENOMEDIUM for a drive that has no
+// medium in it; an empty image is opened.
 std::unique_ptr<DeviceOpener> make_system_device_opener();
 
 struct DeviceSize {

@@ -55,8 +55,8 @@ class DiskUtility {
  public:
   virtual ~DiskUtility() = default;
 
-  // Mount paths in the system's order; empty when there are none or they cannot be told. Each call
-  // looks anew.
+  // Mount paths in the system's order; empty when there are none or they cannot be told. A volume
+  // that is mounted at several places may have several. Each call looks anew.
   virtual std::vector<std::filesystem::path> mountedRemovableMedia() = 0;
   virtual std::vector<std::filesystem::path> mountedLocalVolumePaths() = 0;
 

@@ -51,9 +51,23 @@ void DriveList::Reload_Drive_list_Function() {
 void DriveList::getVolumeToFSGetInfo() {
   const auto paths = use_hard_disk_ ? disk_utility_.mountedLocalVolumePaths()
                                     : disk_utility_.mountedRemovableMedia();
+  const std::size_t first = rows_.size();
   for (const std::filesystem::path& path : paths) {
-    if (!is_hidden_place(path)) find_disk_info(path);
+    if (is_hidden_place(path)) continue;
+    find_disk_info(path);
+    drop_repetition(first);
   }
+}
+
+// Drops the last row when one of those from `first` on is about the same volume.
+void DriveList::drop_repetition(std::size_t first) {
+  if (rows_.size() <= first) return;
+  const auto from = rows_.begin() + static_cast<std::ptrdiff_t>(first);
+  const auto last = rows_.end() - 1;
+  const bool is_repetition = std::any_of(from, last, [&](const MyDataObject& row) {
+    return row.nsStrDiskIdentifier == last->nsStrDiskIdentifier;
+  });
+  if (is_repetition) rows_.pop_back();
 }
 
 void DriveList::find_disk_info(const std::filesystem::path& path) {

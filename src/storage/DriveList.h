@@ -46,7 +46,8 @@ class DriveList {
   // told has no row. Takes as long as the disk utility.
   void Reload_Drive_list_Function();
 
-  // Appends a row for each mounted volume that qualifies.
+  // Appends a row for each mounted volume that qualifies; one for a volume with several mount
+  // paths.
   void getVolumeToFSGetInfo();
 
   // Appends a row for the volume at `path` unless it is a disk image or a CD, or has no identifier.
@@ -75,6 +76,8 @@ class DriveList {
   void addAtSelectedRow() {}
 
  private:
+  void drop_repetition(std::size_t first);
+
   DiskUtility& disk_utility_;
   bool use_hard_disk_;
   std::vector<MyDataObject> rows_;

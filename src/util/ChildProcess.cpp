@@ -131,6 +131,13 @@ StartedChild start_child(const ChildTask& task) {
   return child;
 }
 
+void keep_ended_children() {
+  struct sigaction action {};
+  action.sa_handler = SIG_DFL;
+  sigemptyset(&action.sa_mask);
+  sigaction(SIGCHLD, &action, nullptr);
+}
+
 int wait_for_child(pid_t pid) {
   int status = 0;
   while (waitpid(pid, &status, 0) < 0) {

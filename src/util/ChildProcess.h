@@ -45,6 +45,11 @@ struct StartedChild {
 // Starts `task`. EINVAL when its path is not absolute.
 StartedChild start_child(const ChildTask& task);
 
+// Lets the children of this process be waited for. Who ignores SIGCHLD passes that on to the
+// programs it starts, and the system then drops what their children ended with. Called first of
+// all, before any thread or child exists.
+void keep_ended_children();
+
 // Waits until the child has ended. Its status as waitpid() gives it, or -1 when there is no such
 // child.
 int wait_for_child(pid_t pid);

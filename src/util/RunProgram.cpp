@@ -21,6 +21,7 @@ using End = ProgramResult::End;
 
 // How long a program that has closed its output may take until it is asked again whether it ended.
 constexpr std::chrono::milliseconds exit_check_interval{2};
+constexpr std::chrono::seconds longest_dying{1};
 
 // Whether there is something to read (an end, too) before the deadline.
 bool becomes_readable(int fd, Clock::time_point deadline) {
@@ -60,9 +61,11 @@ std::optional<int> wait_until(pid_t pid, Clock::time_point deadline) {
   }
 }
 
+// One that hangs in the kernel, on a drive that does not answer, dies when that is over. It is not
+// waited for: it costs an entry in the table of processes until then, or until this program ends.
 void kill_group(pid_t leader) {
   kill(-leader, SIGKILL);
-  wait_for_child(leader);
+  static_cast<void>(wait_until(leader, Clock::now() + longest_dying));
 }
 
 }  // namespace

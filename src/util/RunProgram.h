@@ -30,7 +30,8 @@ struct ProgramResult {
 
 // Runs the program at the absolute path `executable` to the end of its output and of itself. No
 // shell takes part; it reads from the null device, its error output goes there, and its environment
-// holds a plain search path and the C locale only. Any thread; blocks for up to the time limit.
+// holds a plain search path and the C locale only. Any thread; blocks for up to the time limit and,
+// when the program does not die at once, a second more.
 ProgramResult run_program(const std::filesystem::path& executable,
                           const std::vector<std::string>& arguments, const ProgramLimits& limits);
 

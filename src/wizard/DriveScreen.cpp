@@ -1,6 +1,7 @@
 #include "wizard/DriveScreen.h"
 
 #include <algorithm>
+#include <fstream>
 #include <system_error>
 
 #include "wizard/SearchTypes.h"
@@ -32,7 +33,7 @@ std::optional<MyDataObject> DriveScreen::row_of(const fs::path& image) const {
   std::error_code error;
   if (!fs::is_regular_file(image, error)) return std::nullopt;
   const std::uintmax_t size = fs::file_size(image, error);
-  if (error || size < sector_size) return std::nullopt;
+  if (error || size < sector_size || !std::ifstream(image, std::ios::binary)) return std::nullopt;
   return MyDataObject::initWithString1(
       text_from_utf8_lossy(image.native()), text_from_utf8_lossy(image.filename().native()),
       u"Disk Image", getMPSize(decimal(size)), u"", decimal(size / sector_size));

@@ -33,7 +33,7 @@ class DriveScreen {
   void Audio_Mode_Radio() { choose(3); }
 
   // Adds a row for a disk image, unless it has one, and selects it. False when it cannot be read as
-  // one: it is no regular file, or holds no whole sector.
+  // one: it is no regular file, holds no whole sector, or the person may not read it.
   bool open_disk_image(const std::filesystem::path& image);
 
  private:

@@ -1,5 +1,6 @@
 #!/usr/bin/python3
 """A real block device gives what its image gives, and is not the place for the results."""
+import errno
 from pathlib import Path
 
 import disks
@@ -85,6 +86,15 @@ class BlockDevice(Case):
         self.destination.symlink_to(folder)
         run = self.search(self.folder / 'card', '--start-sector', '0', '--end-sector', '16')
         self.assertEqual(run.err.count(WARNING), 1, run.err)
+
+    def test_a_drive_without_a_medium_is_told_from_one_without_photos(self) -> None:
+        nothing = self.folder / 'nothing'
+        nothing.touch()
+        run = self.search(self.attach(nothing))
+        self.assertEqual((run.status, run.outcome), (3, 'open_failed'), run.err)
+        self.assertEqual([event['errno'] for event in run.of('device_error')], [errno.ENOMEDIUM])
+        self.assertIn('No medium found', run.err)
+        self.assertFalse(self.destination.exists())
 
     def test_the_device_is_not_written(self) -> None:
         image = self.folder / 'card.img'

@@ -25,7 +25,9 @@ class Desktop:
     def __init__(self, size: str = '1280x900') -> None:
         self.size = size
         self.processes: list[subprocess.Popen[bytes]] = []
-        self.environment = dict(os.environ)
+        # Root stays root for the programs of this desktop, also when somebody became it by sudo.
+        self.environment = {name: value for name, value in os.environ.items()
+                            if not name.startswith('SUDO_')}
 
     def __enter__(self) -> 'Desktop':
         self.runtime = tempfile.mkdtemp(prefix='norvo_desktop_')

@@ -111,7 +111,7 @@ class UnusualSizes(Case):
         run = self.run_program('--device', image, '--destination', self.destination, '--quiet')
         self.assertEqual((run.status, run.err), (0, ''))
         self.assertRegex(run.out, r'General +JPG +7 ')
-        self.assertIn(f'They lie in {self.destination}/Norvo Spruce Results/Photo Search', run.out)
+        self.assertIn(f'Saved in {self.destination}/Norvo Spruce Results/Photo Search', run.out)
 
 
 if __name__ == '__main__':

@@ -5,12 +5,11 @@ NORVO_PROBE names the program that starts as the one with the window does and re
 NORVO_POLICY the script that writes the policy.
 """
 import errno
-import json
 import os
 import shutil
+import signal
 import socket
 import subprocess
-import tempfile
 import unittest
 from pathlib import Path
 
@@ -18,6 +17,7 @@ import polkit_machine
 from harness import call, main, need_root, need_tools
 from polkit_machine import (PATIENCE, PKEXEC, POLKITD, Machine, User, processes_of, status_of,
                             wait_until)
+from probe_bundle import Bundle
 
 BEGINNING = b'Norvo block device'
 APPLICATION_STATUS = 42
@@ -74,57 +74,11 @@ def setUpModule() -> None:
     unittest.addModuleCleanup(machine.stop_polkit)
 
 
-class Bundle:
-    """A bundle with the probe in it, and what that reports."""
-
-    def __init__(self, user: User, name: str = EDITION, executable: str = '') -> None:
-        self.root = bundles / f'{name}.app'
-        self.executable = self.root / 'Contents/MacOS' / (executable or name)
-        self.executable.parent.mkdir(parents=True)
-        shutil.copy(os.environ['NORVO_PROBE'], self.executable)
-        (self.root / 'Contents/Resources').mkdir()
-        self.files = Path(tempfile.mkdtemp(prefix='probe_', dir=user.home))
-        os.chown(self.files, user.uid, user.gid)
-        self.report_file = self.files / 'report.json'
-        self.final_file = self.files / 'final.json'
-        self.plan([], [])
-
-    def plan(self, paths: list[object], packets: list[bytes]) -> None:
-        plan = {'report': str(self.report_file), 'final_report': str(self.final_file),
-                'proceed': str(self.files / 'proceed'), 'open': [str(path) for path in paths],
-                'packets': [packet.hex() for packet in packets]}
-        place = self.root / 'Contents/Resources/plan.json'
-        place.write_text(json.dumps(plan), encoding='utf-8')
-
-    def report(self) -> dict:
-        wait_until(self.report_file.exists, 'waiting for the report of the second process')
-        return json.loads(self.report_file.read_text(encoding='utf-8'))
-
-    def proceed(self) -> None:
-        (self.files / 'proceed').touch()
-
-    def final_report(self) -> dict:
-        self.proceed()
-        wait_until(self.final_file.exists, 'waiting for the last report')
-        return json.loads(self.final_file.read_text(encoding='utf-8'))
-
-    def running(self) -> list[int]:
-        return processes_of(self.executable)
-
-    def wait_for_end(self) -> None:
-        self.proceed()
-        wait_until(lambda: not self.running(), 'waiting for the end of all processes')
-
-    def remove(self) -> None:
-        self.wait_for_end()
-        shutil.rmtree(self.root)
-
-
 class Elevation(unittest.TestCase):
     maxDiff = 3000
 
-    def bundle(self, user: User, **names: str) -> Bundle:
-        bundle = Bundle(user, **names)
+    def bundle(self, user: User, name: str = EDITION, executable: str = '') -> Bundle:
+        bundle = Bundle(bundles, user, name, executable)
         self.addCleanup(bundle.remove)
         return bundle
 
@@ -342,20 +296,81 @@ class Root(Elevation):
 
     def test_for_a_person_gives_every_right_up_and_returns_the_status(self) -> None:
         person = machine.refused
+        other = str(machine.allowed.uid)
+        tries = ({'PKEXEC_UID': str(person.uid)}, {'SUDO_UID': str(person.uid)},
+                 {'PKEXEC_UID': str(person.uid), 'SUDO_UID': other})
+        for number, variables in enumerate(tries):
+            with self.subTest(variables):
+                app = self.bundle(person, name=f'{EDITION} {number}')
+                app.proceed()
+                status = self.start(app, 'a', 'b', 'c', **variables)
+                self.assertEqual(status, APPLICATION_STATUS)
+                report = app.report()
+                self.assert_rights(report['status'], '\t'.join([str(person.uid)] * 4),
+                                   NO_CAPABILITY)
+                self.assertEqual(report['opener'][str(device)]['error'], 0)
+
+    def test_through_sudo_relaunches_for_the_person_who_used_it(self) -> None:
+        person = machine.refused
         app = self.bundle(person)
-        app.proceed()
-        status = self.start(app, 'a', 'b', 'c', PKEXEC_UID=str(person.uid))
-        self.assertEqual(status, APPLICATION_STATUS)
+        sudo = {'SUDO_UID': str(person.uid), 'SUDO_GID': str(person.gid),
+                'SUDO_USER': person.name, 'SUDO_COMMAND': str(app.executable)}
+        kept = {'DISPLAY': ':7', 'XAUTHORITY': str(person.home / '.Xauthority')}
+        self.assertEqual(self.start(app, **sudo, **kept), 0)
         report = app.report()
+        self.assertEqual(report['arguments'], ['a', 'b', 'c'])
         self.assert_rights(report['status'], '\t'.join([str(person.uid)] * 4), NO_CAPABILITY)
-        self.assertEqual(report['opener'][str(device)]['error'], 0)
+        found = report['environment']
+        self.assertEqual({name: found.get(name) for name in kept}, kept)
+        self.assertEqual(found['HOME'], str(person.home))
+        self.assertEqual([name for name in found if name.startswith('SUDO_')], [])
+
+    def test_hears_of_the_ends_of_children_whoever_started_it(self) -> None:
+        app = self.bundle(machine.refused)
+        app.plan([], [])
+        subprocess.run([app.executable], stdin=subprocess.DEVNULL, timeout=PATIENCE, check=True,
+                       env={}, preexec_fn=lambda: signal.signal(signal.SIGCHLD, signal.SIG_IGN))
+        ignored = int(app.report()['status']['SigIgn'], 16)
+        self.assertFalse(ignored & 1 << signal.SIGCHLD - 1)
+
+    def test_through_sudo_by_root_stays_root(self) -> None:
+        app = self.bundle(machine.refused)
+        self.assertEqual(self.start(app, SUDO_UID='0'), 0)
+        self.assertEqual(app.report()['status']['Uid'], '0\t0\t0\t0')
 
     def test_for_somebody_unknown_does_not_run(self) -> None:
         app = self.bundle(machine.allowed)
-        for number in ('0', '', '-1', '61001x', ' 61001', '4294967295', '59999', '99999999999'):
-            with self.subTest(number):
-                self.assertEqual(self.start(app, 'a', 'b', 'c', PKEXEC_UID=number), 1)
+        strange = ('', '-1', '61001x', ' 61001', '4294967295', '59999', '99999999999')
+        for variables in ({'PKEXEC_UID': '0'}, *({name: number} for number in strange
+                                                 for name in ('PKEXEC_UID', 'SUDO_UID'))):
+            with self.subTest(variables):
+                self.assertEqual(self.start(app, 'a', 'b', 'c', **variables), 1)
                 self.assertFalse(app.report_file.exists())
+
+    def test_keeps_nothing_open_that_was_open_before(self) -> None:
+        person = machine.refused
+        app = self.bundle(person)
+        app.plan([device], [])
+        secret = app.files / 'opened by root'
+        with secret.open('w', encoding='utf-8') as file:
+            process = subprocess.Popen([app.executable, 'a', 'b', 'c'], stdin=subprocess.DEVNULL,
+                                       stdout=subprocess.PIPE, stderr=subprocess.PIPE,
+                                       env={'PATH': '/usr/bin:/bin',
+                                            'PKEXEC_UID': str(person.uid)},
+                                       pass_fds=[file.fileno()])
+        window = app.report()['pid']
+        opener = self.opener_of(window, app)
+        self.assertEqual(self.files_of(opener)[:3], ['/dev/null'] * 3)
+        for pid in (window, opener):
+            self.assertNotIn(str(secret), self.files_of(pid))
+        app.proceed()
+        self.assertEqual(process.communicate(timeout=PATIENCE), (b'', b''))
+
+    @staticmethod
+    def files_of(pid: int) -> list[str]:
+        """What a process has open, by descriptor."""
+        folder = Path(f'/proc/{pid}/fd')
+        return [os.readlink(folder / name) for name in sorted(os.listdir(folder), key=int)]
 
 
 if __name__ == '__main__':

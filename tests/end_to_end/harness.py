@@ -94,7 +94,7 @@ class Case(unittest.TestCase):
                                 check=False)
         run = Run(result.returncode, result.stdout, result.stderr)
         self.check_end(run)
-        if '--json' in arguments and '--list-drives' not in arguments:
+        if '--json' in arguments and not {'--list-drives', '--list-types'} & set(arguments):
             run.events = read_events(run.out)
             self.check_events(run.events)
         return run

@@ -1,13 +1,16 @@
 #!/usr/bin/python3
 """What the program says to wrong calls, and to calls that only ask."""
+import os
+import subprocess
 from pathlib import Path
 
 import disks
-from harness import Case, main, program
+from harness import PATIENCE, Case, main, program
 from pictures import make_jpegs
 
 START_MESSAGE = 'Please enter valid Start Sector value.'
 END_MESSAGE = 'Please enter valid End Sector value.'
+FULL_MESSAGE = 'Not all of the output could be written: standard output took no more.\n'
 ORDER_MESSAGE = 'End Sector should be greater than Start Sector.'
 
 
@@ -97,6 +100,51 @@ class Information(Case):
         run = self.run_program('--version')
         self.assertEqual((run.status, run.err), (0, ''))
         self.assertRegex(run.out, r'\Anorvo-recover \d+\.\d+\.\d+\n\Z')
+
+
+class FullOutput(Case):
+    """Standard output that takes nothing."""
+
+    def run_into(self, output: str | int, *arguments: object) -> tuple[int, str]:
+        with open(output, 'wb') as full:
+            result = subprocess.run(self.command(*arguments), stdin=subprocess.DEVNULL, stdout=full,
+                                    stderr=subprocess.PIPE, text=True, timeout=PATIENCE,
+                                    check=False)
+        return result.returncode, result.stderr
+
+    def setUp(self) -> None:
+        super().setUp()
+        self.image = self.folder / 'disk.img'
+        self.places = disks.raw_image(self.image, make_jpegs(3), size=100 * 512)
+        self.call = ('--device', self.image, '--destination', self.destination, '--quiet')
+
+    def recovered(self) -> list[Path]:
+        return [path for path in self.destination.rglob('*') if path.is_file()]
+
+    def test_is_told_with_a_status_of_its_own(self) -> None:
+        for arguments in (('--help',), ('--version',), ('--list-types',),
+                          ('--list-types', '--json'), self.call, (*self.call, '--json')):
+            with self.subTest(arguments):
+                status, err = self.run_into('/dev/full', *arguments)
+                self.assertEqual((status, err), (1, FULL_MESSAGE))
+        self.assertEqual(disks.Recovered(self.recovered()).missing(self.places), [])
+
+    def test_of_a_drive_list_is_told(self) -> None:
+        if not self.run_program('--list-drives').out:
+            self.skipTest('no drive is mounted here')
+        self.assertEqual(self.run_into('/dev/full', '--list-drives'), (1, FULL_MESSAGE))
+
+    def test_does_not_hide_that_a_call_was_wrong(self) -> None:
+        status, err = self.run_into('/dev/full', '--json', '--unknown')
+        self.assertEqual(status, 2)
+        self.assertNotIn(FULL_MESSAGE, err)
+
+    def test_a_reader_that_goes_does_not_stop_the_search(self) -> None:
+        reader, writer = os.pipe()
+        os.close(reader)
+        status, err = self.run_into(writer, *self.call, '--json')
+        self.assertEqual((status, err), (1, FULL_MESSAGE))
+        self.assertEqual(disks.Recovered(self.recovered()).missing(self.places), [])
 
 
 class CheckSignatures(Case):

@@ -66,6 +66,13 @@ TEST_F(DiskutilUtilityTest, WithoutAnAnswerNothingIsKnown) {
   EXPECT_FALSE(DiskutilUtility(volumes_, folder_.path() / "not-there").info("/"));
 }
 
+TEST_F(DiskutilUtilityTest, ADiskutilThatDoesNotEndIsNotWaitedForBeyondItsTime) {
+  DiskutilUtility utility(volumes_, diskutil("exec sleep 300\n"), std::chrono::milliseconds(300));
+  const auto begin = std::chrono::steady_clock::now();
+  EXPECT_FALSE(utility.info("/Volumes/CARD"));
+  EXPECT_LT(std::chrono::steady_clock::now() - begin, std::chrono::seconds(60));
+}
+
 TEST_F(DiskutilUtilityTest, TheDriveListIsMadeFromItsAnswers) {
   DiskutilUtility utility(volumes_, answering());
   DriveList list(utility, false);

@@ -11,6 +11,7 @@
 #include <string>
 #include <vector>
 
+#include "platform/EmptyDrive.h"
 #include "platform/System.h"
 #include "support/FileTree.h"
 #include "support/TemporaryFolder.h"
@@ -181,6 +182,12 @@ TEST(LinuxDevice, AnEmptyImageIsOpenedAndHasNoBytes) {
   ASSERT_NE(opened.device, nullptr);
   EXPECT_EQ(read_with(*opened.device, 0, 512, false), "");
   EXPECT_EQ(device_size(folder.path() / "empty").error, 0);
+}
+
+TEST(LinuxDevice, ADriveWithoutAMediumIsSaidToHaveNone) {
+  const fs::path drive = device_without_medium();
+  if (drive.empty()) GTEST_SKIP() << "no block device without a medium that may be opened";
+  expect_open_error(drive, ENOMEDIUM);
 }
 
 TEST(LinuxDevice, ALinkToAnImageIsFollowed) {

@@ -4,6 +4,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "storage/DriveList.h"
 #include "support/FileContent.h"
 #include "support/TemporaryFolder.h"
 
@@ -47,9 +48,10 @@ TEST_F(LinuxDiskUtilityTest, ListsWhatLsblkSays) {
 TEST_F(LinuxDiskUtilityTest, AsksOnceForAnEnumerationAndItsReports) {
   LinuxDiskUtility utility({lsblk(answer(disk_ + "," + stick_))});
   for (const fs::path& path : utility.mountedLocalVolumePaths()) utility.info(path);
-  EXPECT_EQ(calls(),
-            "--json --bytes -o PATH,KNAME,PKNAME,TYPE,SIZE,RM,HOTPLUG,TRAN,VENDOR,MODEL,LABEL,"
-            "FSTYPE,FSVER,MOUNTPOINTS\n");
+  EXPECT_EQ(
+      calls(),
+      "--json --bytes -o PATH,KNAME,PKNAME,MAJ:MIN,TYPE,SIZE,RM,HOTPLUG,TRAN,VENDOR,MODEL,LABEL,"
+      "FSTYPE,FSVER,MOUNTPOINTS\n");
 }
 
 TEST_F(LinuxDiskUtilityTest, EveryEnumerationLooksAnew) {
@@ -70,8 +72,8 @@ TEST_F(LinuxDiskUtilityTest, AnOlderLsblkIsAskedForItsOwnColumns) {
       {lsblk("case \"$*\" in *MOUNTPOINTS*) echo 'lsblk: unknown column' >&2; exit 1;; esac\n" +
              answer(R"({"kname":"sdb1","rm":"1","size":"1024","mountpoint":"/media/stick"})"))});
   EXPECT_THAT(utility.mountedRemovableMedia(), ElementsAre("/media/stick"));
-  EXPECT_THAT(calls(), HasSubstr("\n--json --bytes -o KNAME,PKNAME,TYPE,SIZE,RM,HOTPLUG,TRAN,"
-                                 "VENDOR,MODEL,LABEL,FSTYPE,MOUNTPOINT\n"));
+  EXPECT_THAT(calls(), HasSubstr("\n--json --bytes -o KNAME,PKNAME,MAJ:MIN,TYPE,SIZE,RM,HOTPLUG,"
+                                 "TRAN,VENDOR,MODEL,LABEL,FSTYPE,MOUNTPOINT\n"));
 }
 
 // It ends with a status of its own when a device went away meanwhile.
@@ -108,6 +110,49 @@ TEST_F(LinuxDiskUtilityTest, TheMountTableNamesAFileSystemThatLsblkDoesNotKnow) 
   EXPECT_EQ(utility.info("/elsewhere"), std::nullopt);
   LinuxDiskUtility without_table({lsblk(answer(stick_))}, folder_.path() / "not-there");
   EXPECT_EQ(without_table.info("/media/stick")->text("FilesystemUserVisibleName"), std::nullopt);
+}
+
+// The identifiers of the drive list.
+std::vector<Text> listed(DiskUtility& utility, bool USE_HARD_DISK) {
+  DriveList list(utility, USE_HARD_DISK);
+  list.Reload_Drive_list_Function();
+  std::vector<Text> identifiers;
+  for (const MyDataObject& row : list.nsMutaryOfDataObject()) {
+    identifiers.push_back(row.nsStrDiskIdentifier);
+  }
+  return identifiers;
+}
+
+TEST_F(LinuxDiskUtilityTest, AStickThatIsMountedOverAFixedDiskIsListedByEveryEdition) {
+  const fs::path table = folder_.path() / "mountinfo";
+  const std::string disk = R"({"kname":"sda1","maj:min":"8:1","tran":"sata",)"
+                           R"("mountpoints":["/media/stick"]})";
+  const std::string stick = R"({"kname":"sdb1","maj:min":"8:17","tran":"usb",)"
+                            R"("mountpoints":["/media/stick"]})";
+  test::write_file(table,
+                   "36 35 8:1 / /media/stick rw - ext4 /dev/sda1 rw\n"
+                   "37 36 8:17 / /media/stick rw - vfat /dev/sdb1 rw\n");
+  // lsblk goes by the devices and not by what lies above.
+  for (const std::string& devices : {disk + "," + stick, stick + "," + disk}) {
+    LinuxDiskUtility utility({lsblk(answer(devices))}, table);
+    EXPECT_THAT(listed(utility, false), ElementsAre(u"sdb1"));
+    EXPECT_THAT(listed(utility, true), ElementsAre(u"sdb1"));
+  }
+}
+
+TEST_F(LinuxDiskUtilityTest, AVolumeIsListedOnceForAnyOfItsMountPathsThatMayBe) {
+  const std::string card = R"({"kname":"sdb1","tran":"usb","mountpoints":)"
+                           R"(["/home/ann/private/card","/media/ann/CARD","/srv/card"]})";
+  LinuxDiskUtility utility({lsblk(answer(card))});
+  EXPECT_THAT(listed(utility, false), ElementsAre(u"sdb1"));
+}
+
+TEST_F(LinuxDiskUtilityTest, ALsblkThatDoesNotEndIsNotWaitedForBeyondItsTime) {
+  LinuxDiskUtility utility({lsblk("exec sleep 300\n")}, folder_.path() / "not-there",
+                           std::chrono::milliseconds(300));
+  const auto begin = std::chrono::steady_clock::now();
+  EXPECT_THAT(utility.mountedRemovableMedia(), IsEmpty());
+  EXPECT_LT(std::chrono::steady_clock::now() - begin, std::chrono::seconds(60));
 }
 
 TEST_F(LinuxDiskUtilityTest, EndlessOutputIsNoAnswer) {

@@ -22,9 +22,9 @@ LsblkReport report_of(const std::string& devices) {
   return LsblkReport::parse("{\"blockdevices\":[" + devices + "]}").value();
 }
 
-TEST(LsblkReport, ListsMountedVolumesInLsblksOrder) {
+TEST(LsblkReport, ListsMountPathsInLsblksOrder) {
   EXPECT_THAT(laptop().mount_paths(),
-              ElementsAre("/snap/core/1", "/boot/efi", "/", "/media/ann/HOLIDAY",
+              ElementsAre("/snap/core/1", "/boot/efi", "/", "/srv/bound", "/media/ann/HOLIDAY",
                           "/media/ann/ALBUM", "/media/ann/9"));
 }
 
@@ -170,10 +170,38 @@ TEST(LsblkReport, OlderVersionsWriteNumbersAsTextsAndOneMountPoint) {
   EXPECT_EQ(report.info("/c")->number("IOKitSize"), std::nullopt);
 }
 
-TEST(LsblkReport, OfVolumesMountedOverEachOtherOneIsListed) {
-  const LsblkReport report = report_of(R"({"kname":"sda1","mountpoints":["/mnt"]},
-                                         {"kname":"sdb1","mountpoints":["/mnt"]})");
-  EXPECT_THAT(report.mount_paths(), ElementsAre("/mnt"));
+// A fixed disk and a stick that are mounted at one place, and the stick at another one, too.
+constexpr const char* over_each_other =
+    R"({"kname":"sda1","maj:min":"8:1","tran":"sata","mountpoints":["/mnt"]},
+       {"kname":"sdb1","maj:min":" 8:17 ","tran":"usb","mountpoints":["/media/stick","/mnt"]},
+       {"kname":"sdc1","maj:min":"8:33","tran":"sata","mountpoints":["/"]})";
+
+TEST(LsblkReport, OfVolumesMountedOverEachOtherTheOneThatIsSeenIsListed) {
+  const std::string text = std::string(R"({"blockdevices":[)") + over_each_other + "]}";
+  const auto stick = LsblkReport::parse(text, {{"/mnt", {u"vfat", "8:17"}}}).value();
+  EXPECT_THAT(stick.removable_mount_paths(), ElementsAre("/media/stick", "/mnt"));
+  EXPECT_THAT(stick.mount_paths(), ElementsAre("/media/stick", "/mnt", "/"));
+  EXPECT_EQ(stick.info("/mnt")->text("DeviceIdentifier"), u"sdb1");
+  const auto disk = LsblkReport::parse(text, {{"/mnt", {u"ext4", "8:1"}}}).value();
+  EXPECT_THAT(disk.removable_mount_paths(), ElementsAre("/media/stick"));
+  EXPECT_THAT(disk.mount_paths(), ElementsAre("/mnt", "/media/stick", "/"));
+  EXPECT_EQ(disk.info("/mnt")->text("DeviceIdentifier"), u"sda1");
+}
+
+// Some file systems have a number there that is no device's.
+TEST(LsblkReport, WithoutAWordOfTheMountTableTheLastVolumeIsSeen) {
+  const std::string text = std::string(R"({"blockdevices":[)") + over_each_other + "]}";
+  for (const MountTable& mounts : {MountTable(), MountTable{{"/mnt", {u"btrfs", "0:31"}}}}) {
+    const auto report = LsblkReport::parse(text, mounts).value();
+    EXPECT_THAT(report.removable_mount_paths(), ElementsAre("/media/stick", "/mnt"));
+    EXPECT_EQ(report.info("/mnt")->text("DeviceIdentifier"), u"sdb1");
+  }
+}
+
+TEST(LsblkReport, AVolumeThatIsMountedTwiceAtOnePlaceIsSeenThereOnce) {
+  const LsblkReport report =
+      report_of(R"({"kname":"sdb1","tran":"usb","mountpoints":["/a","/b","/a"]})");
+  EXPECT_THAT(report.mount_paths(), ElementsAre("/a", "/b"));
 }
 
 TEST(LsblkReport, NothingIsKnownOfOtherPaths) {

@@ -8,6 +8,7 @@
 #include <cerrno>
 #include <filesystem>
 
+#include "platform/EmptyDrive.h"
 #include "support/FileContent.h"
 
 namespace norvo {
@@ -121,6 +122,14 @@ TEST(OpenBlockDevice, RefusesWhatIsNoDevicePathWhetherItIsThereOrNot) {
   EXPECT_EQ(open_block_device("/nothing").error, EACCES);
   EXPECT_EQ(open_block_device("/dev/../dev/null").error, EACCES);
   EXPECT_EQ(open_block_device("").error, EACCES);
+}
+
+TEST(OpenBlockDevice, ADriveWithoutAMediumIsSaidToHaveNone) {
+  const fs::path drive = test::device_without_medium();
+  if (drive.empty()) GTEST_SKIP() << "no block device without a medium that may be opened";
+  const OpenedNode node = open_block_device(drive);
+  EXPECT_FALSE(node.fd);
+  EXPECT_EQ(node.error, ENOMEDIUM);
 }
 
 TEST(OpenBlockDevice, OpensForReadingOnly) {

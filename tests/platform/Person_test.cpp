@@ -7,6 +7,20 @@
 namespace norvo {
 namespace {
 
+TEST(WhoAsked, IsWhoUsedPkexecAndElseWhoUsedSudo) {
+  EXPECT_EQ(who_asked("1000", std::nullopt), "1000");
+  EXPECT_EQ(who_asked("1000", "1001"), "1000");
+  EXPECT_EQ(who_asked(std::nullopt, "1001"), "1001");
+  EXPECT_EQ(who_asked(std::nullopt, std::nullopt), std::nullopt);
+}
+
+// What is no number of a person is refused later, and never taken for nobody.
+TEST(WhoAsked, IsNobodyWhenRootUsedSudo) {
+  EXPECT_EQ(who_asked(std::nullopt, "0"), std::nullopt);
+  EXPECT_EQ(who_asked("0", std::nullopt), "0");
+  for (const char* text : {"", "00", "-1", "x"}) EXPECT_EQ(who_asked(std::nullopt, text), text);
+}
+
 TEST(PersonNumber, IsADecimalNumberOfAnAccount) {
   EXPECT_EQ(person_number("1"), 1U);
   EXPECT_EQ(person_number("1000"), 1000U);

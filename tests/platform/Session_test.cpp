@@ -98,7 +98,11 @@ TEST(SessionEnvironment, NamesThePersonAndTheSession) {
                                    {"XDG_RUNTIME_DIR", "/run/user/1000"},
                                    {"DBUS_SESSION_BUS_ADDRESS", "unix:path=/run/user/1000/bus"},
                                    {"WAYLAND_DISPLAY", "wayland-1"},
-                                   {"PKEXEC_UID", std::nullopt}}));
+                                   {"PKEXEC_UID", std::nullopt},
+                                   {"SUDO_UID", std::nullopt},
+                                   {"SUDO_GID", std::nullopt},
+                                   {"SUDO_USER", std::nullopt},
+                                   {"SUDO_COMMAND", std::nullopt}}));
 }
 
 TEST(SessionEnvironment, TakesAwayWhatIsNotThereAndLeavesTheDisplayAlone) {

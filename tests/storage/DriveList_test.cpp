@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "storage/FakeDiskUtility.h"
+#include "util/Numbers.h"
 
 namespace norvo {
 namespace {
@@ -84,6 +85,15 @@ TEST_F(DriveListTest, EnumeratingAloneAppends) {
   EXPECT_EQ(list_.numberOfRows(), 2U);
 }
 
+TEST_F(DriveListTest, AVolumeWithSeveralMountPathsHasOneRow) {
+  mount("/home/ann/private/card", card_report(u"disk2s1"));
+  mount("/media/card", card_report(u"disk2s1"));
+  mount("/media/other", card_report(u"disk3s1"));
+  mount("/srv/card", card_report(u"disk2s1"));
+  list_.Reload_Drive_list_Function();
+  EXPECT_THAT(identifiers(list_), ElementsAre(u"disk2s1", u"disk3s1"));
+}
+
 TEST_F(DriveListTest, OnlyAnEditionForHardDisksListsFixedVolumes) {
   mount("/Volumes/CARD", card_report());
   utility_.local = {"/", "/Volumes/CARD"};
@@ -136,7 +146,7 @@ TEST_F(DriveListTest, HiddenPlacesAreNotEvenAskedAbout) {
 TEST_F(DriveListTest, PlacesThatOnlyResembleHiddenOnesAreListed) {
   for (const char* path : {"/private", "/Volumes/private", "/Private/x", "/Volumes/my private/x",
                            "/System/Volumes", "/system/volumes/x"}) {
-    mount(path, card_report());
+    mount(path, card_report(u"disk" + decimal(utility_.removable.size())));
   }
   list_.Reload_Drive_list_Function();
   EXPECT_EQ(utility_.asked, utility_.removable);

@@ -42,6 +42,18 @@ TEST_F(DriveReportTest, ColumnsAreAsWideAsTheirWidestCell) {
             "mmcblk0p1   A\xC3\xA4       MS-DOS (FAT32)  500.00 bytes   mmcblk0             0\n");
 }
 
+TEST_F(DriveReportTest, ColumnsStandBelowEachOtherForWideAndCombinedLetters) {
+  list_.addRow(MyDataObject::initWithString1(u"sdb1", u"\u5199\u771F", u"ExFAT", u"1.00 bytes ",
+                                             u"sdb", u"1"));
+  list_.addRow(MyDataObject::initWithString1(u"sdc1", u"Ao\u0308\U0001F4F7", u"ExFAT",
+                                             u"1.00 bytes ", u"sdc", u"1"));
+  EXPECT_EQ(
+      drive_table(list_),
+      "Identifier  Volume  File System         Size  Parent Disk  Sectors\n"
+      "sdb1        \xE5\x86\x99\xE7\x9C\x9F    ExFAT        1.00 bytes   sdb                1\n"
+      "sdc1        Ao\xCC\x88\xF0\x9F\x93\xB7    ExFAT        1.00 bytes   sdc                1\n");
+}
+
 TEST_F(DriveReportTest, NamesDoNotSteerTheTerminal) {
   list_.addRow(
       MyDataObject::initWithString1(u"sdb1", u"\x1B]0;x\a\u202E\n", u"\x9B", u"", u"", u""));

@@ -69,6 +69,17 @@ TEST_F(EventWriterTest, WritesTheEnd) {
                                 "{'event':'final','outcome':'open_failed'}\n"));
 }
 
+TEST_F(EventWriterTest, WritesATypeOfTheCheckList) {
+  FileTypeCheckList list;
+  list.createExtensionListTableRecord(u"MOV", true, u"a \"movie\"", u"");
+  list.createExtensionListTableRecord(u"TS", true, u"", u"YES");
+  for (const FileTypeEntry& row : list.rows()) writer_.type(row);
+  EXPECT_EQ(stream_.str(), json("{'event':'type','extension':'MOV','thorough':false,"
+                                "'description':'a \\'movie\\''}\n"
+                                "{'event':'type','extension':'TS','thorough':true,"
+                                "'description':''}\n"));
+}
+
 TEST_F(EventWriterTest, EscapesWhatJsonDoesNotAllowInATextAndNothingElse) {
   writer_.message(u"\"\\/\t\u0001\u00E4\U0001F600");
   EXPECT_EQ(stream_.str(), json("{'event':'message',"

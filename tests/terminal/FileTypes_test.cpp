@@ -28,8 +28,8 @@ using testing::HasSubstr;
 
 std::string record(const std::string& extension, const std::string& header,
                    const std::string& description) {
-  return "E : ." + extension + "\nS : 9000\nHeader : " + header + "\nP : 1\nK :\nD : " +
-         description + "\n";
+  return "E : ." + extension + "\nS : 9000\nHeader : " + header +
+         "\nP : 1\nK :\nD : " + description + "\n";
 }
 
 class FileTypesTest : public test::ProgramOnImage {
@@ -84,11 +84,11 @@ class FileTypesTest : public test::ProgramOnImage {
 
 TEST_F(FileTypesTest, AVideoSearchWritesAnEventForEachFileOfBothPasses) {
   EXPECT_EQ(search_videos({"--json"}), 0);
-  EXPECT_THAT(lines_of(out_.str()),
-              ElementsAre(general_pass, video_event("GEN", avi_path_),
-                          video_event("GEN", mov_path_), thorough_pass,
-                          video_event("THD", avi_again_), video_event("THD", ts_path_),
-                          final_event("completed")));
+  EXPECT_THAT(
+      lines_of(out_.str()),
+      ElementsAre(general_pass, video_event("GEN", avi_path_), video_event("GEN", mov_path_),
+                  thorough_pass, video_event("THD", avi_again_), video_event("THD", ts_path_),
+                  final_event("completed")));
   EXPECT_EQ(test::read_file(found(avi_path_)), avi_ + sector_of("", 'a') + mov_);
   EXPECT_EQ(test::read_file(found(ts_path_)), ts_ + sector_of("", 'b') + sector_of("", 'b'));
 }
@@ -99,8 +99,8 @@ TEST_F(FileTypesTest, AVideoSearchSumsItsFilesUpAndTellsTheirFolder) {
             "  Search     Type             Files      Size\n"
             "  General    AVI                  1    1.5 KB\n"
             "  General    MOV                  1    2.0 KB\n"
-            "  Together                        2    3.6 KB\n"
-            "They lie in " +
+            "  Total                           2    3.6 KB\n"
+            "Saved in " +
                 found("").parent_path().string() + "\n");
   EXPECT_EQ(err_.str(), "");
 }
@@ -141,10 +141,15 @@ TEST_F(FileTypesTest, RefusesTypesForPhotos) {
 }
 
 TEST_F(FileTypesTest, RefusesSearchTypesThatTheEditionDoesNotHave) {
-  for (const auto& [edition, mode] :
-       {std::pair{"Norvo Alder", "video"}, {"Norvo Alder", "audio"}, {"Norvo Cedar", "audio"},
-        {"Norvo Larch", "audio"}, {"Norvo Maple", "audio"}, {"Norvo Rowan", "video"},
-        {"Norvo Rowan", "raw"}, {"Norvo Rowan", "audio"}, {"Norvo Spruce", "audio"}}) {
+  for (const auto& [edition, mode] : {std::pair{"Norvo Alder", "video"},
+                                      {"Norvo Alder", "audio"},
+                                      {"Norvo Cedar", "audio"},
+                                      {"Norvo Larch", "audio"},
+                                      {"Norvo Maple", "audio"},
+                                      {"Norvo Rowan", "video"},
+                                      {"Norvo Rowan", "raw"},
+                                      {"Norvo Rowan", "audio"},
+                                      {"Norvo Spruce", "audio"}}) {
     expect_refused({"--edition", edition, "--mode", mode}, edition);
     EXPECT_EQ(run({"--list-types", "--edition", edition, "--mode", mode}), 2);
     EXPECT_EQ(out_.str(), "");
@@ -203,6 +208,21 @@ TEST_F(FileTypesTest, ListsTheTypesOfASearchSortedAndMarked) {
   EXPECT_EQ(out_.str(), "Extension  Thoro  Description\n");
 }
 
+TEST_F(FileTypesTest, ListsTheTypesAsEventsWithJson) {
+  EXPECT_EQ(run({"--list-types", "--mode", "video", "--json"}), 0);
+  const auto event = [](const std::string& extension, const std::string& thorough,
+                        const std::string& description) {
+    return json("{'event':'type','extension':'" + extension + "','thorough':" + thorough +
+                ",'description':'" + description + "'}");
+  };
+  EXPECT_THAT(lines_of(out_.str()),
+              ElementsAre(event("AVI", "false", "interleaved"), event("MOV", "false", "a movie"),
+                          event("TS", "true", "a stream")));
+  EXPECT_EQ(err_.str(), "");
+  EXPECT_EQ(run({"--mode", "raw", "--list-types", "--json"}), 0);
+  EXPECT_EQ(out_.str(), "");
+}
+
 TEST_F(FileTypesTest, ListsTheTypesOfOtherSignatureFiles) {
   const fs::path other = folder_.path() / "other";
   fs::create_directory(other);
@@ -221,8 +241,8 @@ TEST_F(FileTypesTest, ListsNoTypesOfABundleNameWithoutAKeyword) {
 
 // The types of a call with --types.
 std::vector<Text> typed(const char* types) {
-  const std::vector<const char*> arguments{"--device", "d",    "--destination", "o",
-                                           "--mode",   "audio", "--types",      types};
+  const std::vector<const char*> arguments{"--device", "d",     "--destination", "o",
+                                           "--mode",   "audio", "--types",       types};
   const auto result = parse_command_line(arguments);
   const auto* line = std::get_if<CommandLine>(&result);
   EXPECT_TRUE(line != nullptr && line->types.has_value());

@@ -26,7 +26,7 @@ TEST(FoundTable, AddsUpTheFilesOfEachTypeAndPass) {
             "  General    JPG                  2    1.5 MB\n"
             "  General    PNG                  1     700 B\n"
             "  Thorough   JPG                  1       5 B\n"
-            "  Together                        4    1.5 MB\n");
+            "  Total                           4    1.5 MB\n");
 }
 
 TEST(FoundTable, KeepsTypesThatDifferInCaseApart) {
@@ -37,7 +37,16 @@ TEST(FoundTable, KeepsTypesThatDifferInCaseApart) {
             "  Search     Type             Files      Size\n"
             "  General    JPG                  1       2 B\n"
             "  General    jpg                  1       1 B\n"
-            "  Together                        2       3 B\n");
+            "  Total                           2       3 B\n");
+}
+
+TEST(FoundTable, ATypeInLettersOfSeveralBytesTakesItsColumnsOnly) {
+  FoundTable table;
+  table.add(Pass::general, "\xC3\x84\xE3\x81\x82", 1);
+  EXPECT_EQ(table.text(),
+            "  Search     Type             Files      Size\n"
+            "  General    \xC3\x84\xE3\x81\x82                  1       1 B\n"
+            "  Total                           1       1 B\n");
 }
 
 TEST(FoundTable, IsTheSameHoweverOftenItIsRead) {

@@ -55,6 +55,17 @@ TEST_F(ListDrivesTest, ANameWithoutAKeywordIsRefused) {
   EXPECT_THAT(err_.str(), HasSubstr("Norvo Oak"));
 }
 
+TEST_F(ListDrivesTest, TheSearchTypeDoesNotMatterAsLongAsThereIsOne) {
+  ASSERT_EQ(run({"--list-drives"}), 0);
+  const std::string drives = out_.str();
+  for (const char* mode : {"video", "raw", "audio"}) {
+    EXPECT_EQ(run({"--list-drives", "--mode", mode}), 0) << mode;
+    EXPECT_EQ(out_.str(), drives) << mode;
+  }
+  EXPECT_EQ(run({"--list-drives", "--mode", "music"}), 2);
+  EXPECT_EQ(out_.str(), "");
+}
+
 TEST_F(ListDrivesTest, ASearchDoesNotAskForDrives) {
   EXPECT_EQ(search({"--quiet"}), 0);
   EXPECT_TRUE(disk_utility_.asked.empty());

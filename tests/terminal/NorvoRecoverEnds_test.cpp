@@ -191,7 +191,7 @@ TEST_F(NorvoRecoverEndsTest, AStopKeepsAndReportsWhatWasRecovered) {
 
   EXPECT_EQ(search({"--quiet"}), 130);
   EXPECT_THAT(out_.str(), StartsWith("Stopped."));
-  EXPECT_THAT(out_.str(), HasSubstr("They lie in " + results().string()));
+  EXPECT_THAT(out_.str(), HasSubstr("Saved in " + results().string()));
 }
 
 using NorvoRecoverEndsDeathTest = NorvoRecoverEndsTest;

@@ -47,8 +47,8 @@ TEST_F(NorvoRecoverTest, ShowsATableAndWhereTheFilesLie) {
             "  Search     Type             Files      Size\n"
             "  General    JPG                  1    1.5 KB\n"
             "  Thorough   PNG                  1    2.0 KB\n"
-            "  Together                        2    3.6 KB\n"
-            "They lie in " +
+            "  Total                           2    3.6 KB\n"
+            "Saved in " +
                 results().string() + "\n");
   EXPECT_EQ(err_.str(), "");
 }

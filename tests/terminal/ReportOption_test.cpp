@@ -44,6 +44,19 @@ TEST_F(ReportOption, TellsTheFilesOfBothPassesInTheirOrder) {
   EXPECT_THAT(told(), EndsWith(",Thorough,\r\n"));
 }
 
+TEST_F(ReportOption, IsCsvForItsExtensionInAnyLetters) {
+  for (const char* name : {"a.csv", "b.CSV", "c.Csv", "d.e.cSV"}) {
+    name_ = name;
+    EXPECT_EQ(search_with_report(), 0);
+    EXPECT_THAT(told(), StartsWith(csv_names)) << name;
+  }
+  for (const char* name : {"csv", "f.csvx", "g.csv.xml"}) {
+    name_ = name;
+    EXPECT_EQ(search_with_report(), 0);
+    EXPECT_THAT(told(), StartsWith("<?xml ")) << name;
+  }
+}
+
 TEST_F(ReportOption, IsOneDocument) {
   EXPECT_EQ(search_with_report(), 0);
   EXPECT_THAT(told(), StartsWith("<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<dfxml "));

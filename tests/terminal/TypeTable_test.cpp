@@ -34,18 +34,22 @@ TEST(TypeTable, ShowsLettersOfAllLanguages) {
   list.createExtensionListTableRecord(u"\u00C4\u3042", true, u"\u00E9 \U0001F3AC", u"");
   EXPECT_EQ(type_table(list),
             "Extension  Thoro  Description\n"
-            "\xC3\x84\xE3\x81\x82" "                \xC3\xA9 \xF0\x9F\x8E\xAC\n");
+            "\xC3\x84\xE3\x81\x82"
+            "               \xC3\xA9 \xF0\x9F\x8E\xAC\n");
 }
 
 TEST(TypeTable, ShowsCharactersThatATerminalObeysAsReplacementCharacters) {
-  for (const char16_t hostile : {u'\x1B', u'\r', u'\b', u'\a', u'\t', u'\x7F', u'\x9B', u'\x80',
-                                 u'\u202A', u'\u202E'}) {
+  for (const char16_t hostile :
+       {u'\x1B', u'\r', u'\b', u'\a', u'\t', u'\x7F', u'\x9B', u'\x80', u'\u202A', u'\u202E'}) {
     FileTypeCheckList list;
     const Text text = Text(u"A") + hostile + u"B";
     list.createExtensionListTableRecord(text, true, text, text);
     EXPECT_EQ(type_table(list),
               "Extension  Thoro  Description\n"
-              "A\xEF\xBF\xBD" "B        A\xEF\xBF\xBD" "B    A\xEF\xBF\xBD" "B\n");
+              "A\xEF\xBF\xBD"
+              "B        A\xEF\xBF\xBD"
+              "B    A\xEF\xBF\xBD"
+              "B\n");
   }
 }
 

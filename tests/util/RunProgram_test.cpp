@@ -12,8 +12,10 @@
 #include <string>
 #include <thread>
 
+#include "support/Child.h"
 #include "support/FileContent.h"
 #include "support/TemporaryFolder.h"
+#include "util/ChildProcess.h"
 #include "util/UniqueFd.h"
 
 namespace norvo {
@@ -93,6 +95,17 @@ TEST(RunProgram, SignalsThatAreIgnoredHereEndTheProgram) {
   signal(SIGPIPE, before);
   EXPECT_EQ(result.end, End::died);
   EXPECT_EQ(result.output, "");
+}
+
+// Who started this program may have ignored the ends of children.
+TEST(RunProgram, TheStatusIsKnownOnceEndedChildrenAreKept) {
+  EXPECT_EQ(test::status_in_child([] {
+              signal(SIGCHLD, SIG_IGN);
+              keep_ended_children();
+              const ProgramResult result = run_shell("echo out; exit 3");
+              return result.end == End::exited && result.output == "out\n" ? result.status : 100;
+            }),
+            3);
 }
 
 TEST(RunProgram, AProgramThatTakesTooLongIsKilledWithAllItStarted) {

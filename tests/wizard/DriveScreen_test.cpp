@@ -3,6 +3,7 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <unistd.h>
 
 #include <filesystem>
 #include <string>
@@ -123,6 +124,25 @@ TEST_F(DriveScreenTest, WhatIsNoDiskImageIsRefused) {
   EXPECT_FALSE(bench_.drive_screen.open_disk_image(image("strange\xFF.img", 1024)));
   EXPECT_TRUE(bench_.drive_screen.open_disk_image(image("one.img", 512)));
   EXPECT_EQ(bench_.drives.numberOfRows(), 3U);
+}
+
+TEST_F(DriveScreenTest, AnImageThatThePersonMayNotReadIsRefused) {
+  const fs::path path = image("secret.img", 1024);
+  fs::permissions(path, fs::perms::none);
+  bench_.open();
+  // Root reads everything, so it becomes somebody else meanwhile.
+  constexpr uid_t nobody = 65534;
+  const bool root = geteuid() == 0;
+  if (root) {
+    fs::permissions(folder_.path(), fs::perms::owner_all | fs::perms::others_exec);
+    ASSERT_EQ(seteuid(nobody), 0);
+  }
+  const bool opened = bench_.drive_screen.open_disk_image(path);
+  if (root) {
+    ASSERT_EQ(seteuid(0), 0);
+  }
+  EXPECT_FALSE(opened);
+  EXPECT_THAT(identifiers(), ElementsAre("sdb1", "sdc1"));
 }
 
 TEST_F(DriveScreenTest, EachRadioSetsItsSearchTypeAndTurnsTheOthersOff) {

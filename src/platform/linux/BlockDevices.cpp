@@ -76,6 +76,8 @@ BlockDevice device_of(const Json& object, const std::string& parent) {
   device.parent = parent.empty() ? string_at(object, "pkname") : parent;
   device.node = string_at(object, "path");
   if (device.node.empty()) device.node = "/dev/" + device.name;
+  // Older versions put blanks around it.
+  device.number = utf8_from_text(text_at(object, "maj:min"));
   device.type = text_at(object, "type");
   device.bytes = number_at(object, "size");
   device.removable_medium = flag_at(object, "rm");

@@ -17,6 +17,7 @@ struct BlockDevice {
   std::string name;            // the kernel's: sdb1, dm-0
   std::string parent;          // name of the device that it lies on; empty for a whole disk
   std::filesystem::path node;  // /dev/sdb1, /dev/mapper/name
+  std::string number;          // 8:17: the kernel's numbers, as the mount table has them
   Text type;                   // disk, part, rom, loop, crypt, ...
   std::optional<std::uint64_t> bytes;
   bool removable_medium = false;

@@ -6,6 +6,7 @@
 #include <cstdlib>
 #include <memory>
 #include <optional>
+#include <string>
 #include <utility>
 
 #include "platform/System.h"
@@ -32,6 +33,11 @@ namespace {
   _exit(0);
 }
 
+std::optional<std::string> value_of(const char* variable) {
+  const char* const value = getenv(variable);  // NOLINT(concurrency-mt-unsafe)
+  return value == nullptr ? std::nullopt : std::optional<std::string>(value);
+}
+
 int run_as(const Person& person, int argc, char** argv, const Application& application) {
   close_all_but_standard_streams();
   if (!complete_standard_streams()) return 1;
@@ -53,12 +59,12 @@ int run_as(const Person& person, int argc, char** argv, const Application& appli
 }  // namespace
 
 int run_with_reading_right(int argc, char** argv, const Application& application) {
-  const char* const asking = getenv("PKEXEC_UID");  // NOLINT(concurrency-mt-unsafe)
-  if (geteuid() != 0 || asking == nullptr) {
+  const std::optional<std::string> asking = who_asked(value_of("PKEXEC_UID"), value_of("SUDO_UID"));
+  if (geteuid() != 0 || !asking) {
     const std::unique_ptr<DeviceOpener> own = make_system_device_opener();
     return application(argc, argv, *own);
   }
-  const std::optional<uid_t> number = person_number(asking);
+  const std::optional<uid_t> number = person_number(*asking);
   const std::optional<Person> person = number ? person_with_number(*number) : std::nullopt;
   if (!person) return 1;
   return run_as(*person, argc, argv, application);

@@ -6,9 +6,11 @@
 
 #include <array>
 #include <cstring>
+#include <utility>
 
 #include "engine/DescriptorDevice.h"
 #include "platform/System.h"
+#include "platform/linux/MediumCheck.h"
 
 namespace norvo {
 namespace {
@@ -44,22 +46,20 @@ class LinuxDevice final : public DescriptorDevice {
   }
 };
 
-bool is_searchable(const UniqueFd& fd, int& error) {
+// Why what was opened cannot be searched; 0 when it can.
+int search_error(const UniqueFd& fd) {
   struct stat status {};
-  if (fstat(fd.get(), &status) != 0) {
-    error = errno;
-    return false;
-  }
-  error = S_ISDIR(status.st_mode) ? EISDIR : ENOTBLK;
-  return S_ISBLK(status.st_mode) || S_ISREG(status.st_mode);
+  if (fstat(fd.get(), &status) != 0) return errno;
+  if (S_ISREG(status.st_mode)) return 0;
+  if (S_ISBLK(status.st_mode)) return medium_error(fd);
+  return S_ISDIR(status.st_mode) ? EISDIR : ENOTBLK;
 }
 
 // O_NONBLOCK: opening a pipe must not wait for its other end.
 UniqueFd open_read_only(const std::filesystem::path& path, int& error) {
   UniqueFd fd(open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
-  error = errno;
-  if (fd && !is_searchable(fd, error)) return {};
-  return fd;
+  error = fd ? search_error(fd) : errno;
+  return error == 0 ? std::move(fd) : UniqueFd();
 }
 
 class LinuxDeviceOpener final : public DeviceOpener {

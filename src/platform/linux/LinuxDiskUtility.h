@@ -1,8 +1,8 @@
-// The disk utility of a Linux system: lsblk, and the kernel's mount table where lsblk does not know
-// a file system.
+// The disk utility of a Linux system: lsblk, and the kernel's mount table for what lsblk does not
+// tell: a file system, and which of several volumes is seen at a place.
 #pragma once
 
-#include <map>
+#include <chrono>
 #include <optional>
 #include <utility>
 #include <vector>
@@ -13,15 +13,18 @@
 namespace norvo {
 
 // Asks lsblk once for each enumeration and keeps the answer for the info() calls that follow it.
-// Needs no rights. Without an answer within ten seconds there are no drives.
+// Needs no rights. Without an answer in time there are no drives.
 class LinuxDiskUtility final : public DiskUtility {
  public:
   // `lsblk_places` are absolute paths; the first that can be started is taken. `mount_table` stands
-  // for /proc/self/mountinfo.
+  // for /proc/self/mountinfo. `patience` is how long lsblk may take.
   explicit LinuxDiskUtility(std::vector<std::filesystem::path> lsblk_places = {"/usr/bin/lsblk",
                                                                                "/bin/lsblk"},
-                            std::filesystem::path mount_table = "/proc/self/mountinfo")
-      : lsblk_places_(std::move(lsblk_places)), mount_table_(std::move(mount_table)) {}
+                            std::filesystem::path mount_table = "/proc/self/mountinfo",
+                            std::chrono::milliseconds patience = std::chrono::seconds(10))
+      : lsblk_places_(std::move(lsblk_places)),
+        mount_table_(std::move(mount_table)),
+        patience_(patience) {}
 
   std::vector<std::filesystem::path> mountedRemovableMedia() override;
   std::vector<std::filesystem::path> mountedLocalVolumePaths() override;
@@ -33,8 +36,9 @@ class LinuxDiskUtility final : public DiskUtility {
 
   std::vector<std::filesystem::path> lsblk_places_;
   std::filesystem::path mount_table_;
+  std::chrono::milliseconds patience_;
   std::optional<LsblkReport> report_;
-  std::map<std::filesystem::path, Text> mounted_types_;
+  MountTable mounts_;
 };
 
 }  // namespace norvo

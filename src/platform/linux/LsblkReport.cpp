@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <array>
-#include <set>
 #include <utility>
 
 namespace norvo {
@@ -81,17 +80,30 @@ Text media_name_of(const BlockDevice& disk) {
 }
 
 bool is_named(const BlockDevice& device, const fs::path& path) {
-  const auto& mounts = device.mount_paths;
-  return std::find(mounts.begin(), mounts.end(), path) != mounts.end() || path == device.node ||
-         path == device.name || path == fs::path("/dev") / device.name;
+  return path == device.node || path == device.name || path == fs::path("/dev") / device.name;
+}
+
+bool is_named_by(const MountTable& mounts, const fs::path& path, const BlockDevice& device) {
+  const auto mount = mounts.find(path);
+  return mount != mounts.end() && mount->second.device_number == device.number;
 }
 
 }  // namespace
 
-std::optional<LsblkReport> LsblkReport::parse(std::string_view output) {
+std::optional<LsblkReport> LsblkReport::parse(std::string_view output, const MountTable& mounts) {
   std::optional<std::vector<BlockDevice>> devices = read_block_devices(output);
   if (!devices) return std::nullopt;
-  return LsblkReport(std::move(*devices));
+  return LsblkReport(std::move(*devices), mounts);
+}
+
+LsblkReport::LsblkReport(std::vector<BlockDevice> devices, const MountTable& mounts)
+    : devices_(std::move(devices)) {
+  for (std::size_t i = 0; i < devices_.size(); ++i) {
+    for (const fs::path& path : devices_[i].mount_paths) {
+      const auto [seen, is_first] = seen_.try_emplace(path, i);
+      if (!is_first && !is_named_by(mounts, path, devices_[seen->second])) seen->second = i;
+    }
+  }
 }
 
 const BlockDevice* LsblkReport::find_name(std::string_view name) const {
@@ -117,32 +129,40 @@ bool LsblkReport::is_removable(const BlockDevice& disk) const {
   return disk.hotplug || disk.transport == u"usb" || is_card(disk);
 }
 
-std::vector<fs::path> LsblkReport::first_mount_paths(bool removable_only) const {
+std::vector<fs::path> LsblkReport::seen_paths(bool removable_only) const {
   std::vector<fs::path> paths;
-  std::set<fs::path> known;
-  for (const BlockDevice& device : devices_) {
-    if (device.mount_paths.empty()) continue;
-    if (removable_only && !is_removable(whole_disk_of(device))) continue;
-    const fs::path& first = device.mount_paths.front();
-    // Of volumes that are mounted over each other only one can be seen.
-    if (known.insert(first).second) paths.push_back(first);
+  for (std::size_t i = 0; i < devices_.size(); ++i) {
+    const std::vector<fs::path>& mounts = devices_[i].mount_paths;
+    if (mounts.empty() || (removable_only && !is_removable(whole_disk_of(devices_[i])))) continue;
+    for (auto path = mounts.begin(); path != mounts.end(); ++path) {
+      // What is mounted twice at one place stands there twice.
+      if (seen_.at(*path) == i && std::find(mounts.begin(), path, *path) == path) {
+        paths.push_back(*path);
+      }
+    }
   }
   return paths;
 }
 
 std::vector<fs::path> LsblkReport::removable_mount_paths() const {
-  return first_mount_paths(true);
+  return seen_paths(true);
 }
 
 std::vector<fs::path> LsblkReport::mount_paths() const {
-  return first_mount_paths(false);
+  return seen_paths(false);
+}
+
+const BlockDevice* LsblkReport::find(const fs::path& path) const {
+  if (const auto seen = seen_.find(path); seen != seen_.end()) return &devices_[seen->second];
+  const auto named = std::find_if(devices_.begin(), devices_.end(), [&](const BlockDevice& device) {
+    return is_named(device, path);
+  });
+  return named == devices_.end() ? nullptr : &*named;
 }
 
 std::optional<DiskReport> LsblkReport::info(const fs::path& path) const {
-  const auto found = std::find_if(devices_.begin(), devices_.end(), [&](const BlockDevice& device) {
-    return is_named(device, path);
-  });
-  if (found == devices_.end()) return std::nullopt;
+  const BlockDevice* const found = find(path);
+  if (found == nullptr) return std::nullopt;
   const BlockDevice& disk = whole_disk_of(*found);
   DiskReport report;
   report.set("DeviceIdentifier", text_from_utf8_lossy(found->name));

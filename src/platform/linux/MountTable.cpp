@@ -2,12 +2,13 @@
 
 #include <algorithm>
 #include <string>
+#include <utility>
 
 namespace norvo {
 namespace {
 
-// The position of the mount path among the fields of a line.
-constexpr int path_field = 4;
+// Two numbers of the mount itself stand in front of that of the device.
+constexpr int fields_before_number = 2;
 
 std::string_view take_until(std::string_view& text, std::string_view separator) {
   const std::size_t end = text.find(separator);
@@ -39,20 +40,22 @@ std::string unescaped(std::string_view field) {
 
 }  // namespace
 
-std::map<std::filesystem::path, Text> mounted_file_systems(std::string_view table) {
-  std::map<std::filesystem::path, Text> types;
+MountTable mounted_file_systems(std::string_view table) {
+  MountTable mounts;
   while (!table.empty()) {
     std::string_view rest = take_until(table, "\n");
     std::string_view fields = take_until(rest, " - ");
-    for (int i = 0; i < path_field; ++i) take_until(fields, " ");
+    for (int i = 0; i < fields_before_number; ++i) take_until(fields, " ");
+    const std::string number(take_until(fields, " "));
+    take_until(fields, " ");  // the folder of the file system that is mounted
     const std::string path = unescaped(take_until(fields, " "));
-    const Text type = text_from_utf8_lossy(take_until(rest, " "));
+    Text type = text_from_utf8_lossy(take_until(rest, " "));
+    if (!path.starts_with('/') || type.empty()) continue;
+    if (type.starts_with(u"fuse")) type.clear();
     // Of file systems mounted over each other the last one is seen.
-    if (path.starts_with('/') && !type.empty() && !type.starts_with(u"fuse")) {
-      types.insert_or_assign(path, type);
-    }
+    mounts.insert_or_assign(path, MountedFileSystem{std::move(type), number});
   }
-  return types;
+  return mounts;
 }
 
 }  // namespace norvo

@@ -6,6 +6,8 @@
 #include <cerrno>
 #include <utility>
 
+#include "platform/linux/MediumCheck.h"
+
 namespace norvo {
 namespace {
 
@@ -52,8 +54,8 @@ OpenedNode open_in(const UniqueFd& folder, const std::string& name) {
   struct stat status {};
   if (!node.fd || fstat(node.fd.get(), &status) != 0) return {.fd = {}, .error = errno};
   // The name may have been given to something else since it was looked at.
-  if (!S_ISBLK(status.st_mode)) return {.fd = {}, .error = ENOTBLK};
-  return node;
+  const int error = S_ISBLK(status.st_mode) ? medium_error(node.fd) : ENOTBLK;
+  return error == 0 ? std::move(node) : OpenedNode{.fd = {}, .error = error};
 }
 
 }  // namespace

@@ -24,7 +24,8 @@ struct OpenedNode {
 
 // Opens the block device at `path`. EACCES for a path that is no device path, ELOOP when it or a
 // folder on the way is a link, ENOTBLK for what is no block device (which is then not opened:
-// opening some other devices does something already), else the errno of the system.
+// opening some other devices does something already), ENOMEDIUM for a drive without a medium, else
+// the errno of the system.
 OpenedNode open_block_device(const std::string& path);
 
 }  // namespace norvo

@@ -30,6 +30,12 @@ Person person_of(const passwd& entry) {
 
 }  // namespace
 
+std::optional<std::string> who_asked(const std::optional<std::string>& PKEXEC_UID,
+                                     const std::optional<std::string>& SUDO_UID) {
+  if (PKEXEC_UID) return PKEXEC_UID;
+  return SUDO_UID == "0" ? std::nullopt : SUDO_UID;
+}
+
 std::optional<uid_t> person_number(std::string_view text) {
   // from_chars takes a minus sign and zeros ahead of the number.
   if (text.empty() || text.front() < '1' || text.front() > '9') return {};

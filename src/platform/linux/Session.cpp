@@ -57,7 +57,11 @@ std::vector<Variable> session_environment(const Person& person, const SessionPla
           {"XDG_RUNTIME_DIR", unless_empty(runtime)},
           {"DBUS_SESSION_BUS_ADDRESS", unless_empty(bus)},
           {"WAYLAND_DISPLAY", unless_empty(places.wayland_display)},
-          {"PKEXEC_UID", std::nullopt}};
+          {"PKEXEC_UID", std::nullopt},
+          {"SUDO_UID", std::nullopt},
+          {"SUDO_GID", std::nullopt},
+          {"SUDO_USER", std::nullopt},
+          {"SUDO_COMMAND", std::nullopt}};
 }
 
 void enter_session(const Person& person) {

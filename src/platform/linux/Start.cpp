@@ -8,10 +8,12 @@
 #include "platform/System.h"
 #include "platform/linux/ElevatedStart.h"
 #include "platform/linux/PkexecAuthorization.h"
+#include "util/ChildProcess.h"
 
 namespace norvo {
 
 int start_program(int argc, char** argv, const Application& application) {
+  keep_ended_children();
   PkexecAuthorization authorization("/usr/bin/pkexec", geteuid() == 0);
   ImmediateEnd process_end;
   return entry_point(argc, argv,

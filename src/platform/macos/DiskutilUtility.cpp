@@ -8,7 +8,7 @@ namespace norvo {
 std::optional<DiskReport> DiskutilUtility::info(const std::filesystem::path& path) {
   const ProgramResult result =
       run_program(diskutil_, {"info", "-plist", path.native()},
-                  {.time = std::chrono::seconds(30), .output_bytes = diskutil_output_limit});
+                  {.time = patience_, .output_bytes = diskutil_output_limit});
   return read_diskutil_report(result.output);
 }
 

@@ -7,10 +7,12 @@
 #include "platform/ImmediateEnd.h"
 #include "platform/System.h"
 #include "platform/macos/SecurityAuthorization.h"
+#include "util/ChildProcess.h"
 
 namespace norvo {
 
 int start_program(int argc, char** argv, const Application& application) {
+  keep_ended_children();
   SecurityAuthorization authorization;
   ImmediateEnd process_end;
   return entry_point(argc, argv,

@@ -92,7 +92,7 @@ constexpr std::array<Option, 17> options{{
      set_path<&CommandLine::signatures>},
     {"--json", "", "events on standard output, one JSON object a line",
      set_value<&CommandLine::json, true>},
-    {"--report", "FILE", "also tell of every file in FILE: DFXML, or CSV for *.csv; made new",
+    {"--report", "FILE", "also report every file: DFXML, or CSV for *.csv; FILE must not exist",
      set_path<&CommandLine::report>},
     {"--check-signatures", "DIR", "name the faults of the signature files in DIR, and end",
      set_check},

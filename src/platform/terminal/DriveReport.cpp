@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "platform/System.h"
+#include "platform/terminal/Columns.h"
 #include "platform/terminal/EventWriter.h"
 
 namespace norvo {
@@ -37,14 +38,15 @@ std::string drive_table(const DriveList& list) {
   const std::vector<Line> lines = lines_of(list);
   std::array<std::size_t, drive_columns.size()> widths{};
   for (const Line& line : lines) {
-    for (std::size_t i = 0; i < line.size(); ++i) widths[i] = std::max(widths[i], line[i].size());
+    for (std::size_t i = 0; i < line.size(); ++i) {
+      widths[i] = std::max(widths[i], display_columns(line[i]));
+    }
   }
   std::string table;
   for (const Line& line : lines) {
     for (std::size_t i = 0; i < line.size(); ++i) {
-      const std::string padding(widths[i] - line[i].size(), ' ');
-      const std::string cell = utf8_from_text(line[i]);
-      table += (i == 0 ? "" : "  ") + (is_number_column(i) ? padding + cell : cell + padding);
+      table += (i == 0 ? "" : "  ") + (is_number_column(i) ? filled_in_front(line[i], widths[i])
+                                                           : filled_behind(line[i], widths[i]));
     }
     table += '\n';
   }

@@ -75,6 +75,13 @@ void EventWriter::drive(const MyDataObject& row, const std::filesystem::path& no
                       {"sectors", integer64_value(row.nsStrSectors)}}));
 }
 
+void EventWriter::type(const FileTypeEntry& row) {
+  write_line(line_of({{"event", "type"},
+                      {"extension", utf8_from_text(row.Extension)},
+                      {"thorough", row.Thoro == u"YES"},
+                      {"description", utf8_from_text(row.Description)}}));
+}
+
 void EventWriter::write_line(std::string_view line) {
   const std::lock_guard lock(mutex_);
   stream_ << line << '\n' << std::flush;

@@ -9,6 +9,7 @@
 
 #include "engine/ScanOperations.h"
 #include "engine/ScanState.h"
+#include "sigdb/FileTypeCheckList.h"
 #include "storage/MyDataObject.h"
 #include "util/Text.h"
 
@@ -27,6 +28,9 @@ class EventWriter {
 
   // A row of the drive list, and the node from which it is read. No event of a search.
   void drive(const MyDataObject& row, const std::filesystem::path& node);
+
+  // A row of the check list. No event of a search.
+  void type(const FileTypeEntry& row);
 
  private:
   void write_line(std::string_view line);

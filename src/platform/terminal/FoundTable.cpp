@@ -6,18 +6,19 @@
 #include <sstream>
 #include <tuple>
 
+#include "platform/terminal/Columns.h"
 #include "util/Text.h"
 
 namespace norvo {
 namespace {
 
-constexpr int search_width = 11;
-constexpr int type_width = 12;
+constexpr std::size_t search_width = 11;
+constexpr std::size_t type_width = 12;
 constexpr int number_width = 10;
 
-void write_row(std::ostream& out, const std::string& search, const std::string& type,
-               const std::string& files, const std::string& size) {
-  out << "  " << std::left << std::setw(search_width) << search << std::setw(type_width) << type
+void write_row(std::ostream& out, TextView search, TextView type, const std::string& files,
+               const std::string& size) {
+  out << "  " << filled_behind(search, search_width) << filled_behind(type, type_width)
       << std::right << std::setw(number_width) << files << std::setw(number_width) << size << '\n';
 }
 
@@ -40,15 +41,15 @@ std::string FoundTable::text() const {
     return std::tie(a.pass, a.type) < std::tie(b.pass, b.type);
   });
   std::ostringstream out;
-  write_row(out, "Search", "Type", "Files", "Size");
+  write_row(out, u"Search", u"Type", "Files", "Size");
   std::uint64_t bytes = 0;
   for (const Row& row : rows) {
-    write_row(out, row.pass == Pass::general ? "General" : "Thorough",
-              utf8_from_text(displayable(text_from_utf8_lossy(row.type))),
-              std::to_string(row.files), readable_size(row.bytes));
+    write_row(out, row.pass == Pass::general ? u"General" : u"Thorough",
+              displayable(text_from_utf8_lossy(row.type)), std::to_string(row.files),
+              readable_size(row.bytes));
     bytes += row.bytes;
   }
-  write_row(out, "Together", "", std::to_string(files_), readable_size(bytes));
+  write_row(out, u"Total", u"", std::to_string(files_), readable_size(bytes));
   return out.str();
 }
 

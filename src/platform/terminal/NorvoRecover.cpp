@@ -86,25 +86,28 @@ void show_summary(const TerminalSession& session, const ScanRequest& request, Se
   if (outcome == SearchOutcome::stopped) out << "Stopped. Found up to there:\n";
   out << session.found().text();
   if (session.found().files() == 0) return;
-  out << "They lie in "
+  out << "Saved in "
       << (request.destination / search_folder(request.Rec_Folder_Name, request.Recovery_MODE))
              .string()
       << '\n'
       << std::flush;
 }
 
-// What is wrong with the call's edition, or nothing.
+// What is wrong with the name of the call's edition, or nothing.
 std::optional<std::string> edition_fault(const CommandLine& line, const EditionProfile& profile) {
-  const std::string edition = "\"" + utf8_from_text(line.edition) + "\"";
-  if (!profile.is_edition()) {
-    std::vector<std::string> keywords;
-    for (const TextView keyword : edition_keywords()) keywords.push_back(utf8_from_text(keyword));
-    return edition + " names no edition: its name holds none of " + listed(keywords, "and") + ".";
-  }
-  if (!profile.has_search_type(line.Recovery_MODE)) {
-    return "The edition " + edition + " does not have this search type.";
-  }
-  return std::nullopt;
+  if (profile.is_edition()) return std::nullopt;
+  std::vector<std::string> keywords;
+  for (const TextView keyword : edition_keywords()) keywords.push_back(utf8_from_text(keyword));
+  return "\"" + utf8_from_text(line.edition) + "\" names no edition: its name holds none of " +
+         listed(keywords, "and") + ".";
+}
+
+// What is wrong with the call's edition or search type, or nothing.
+std::optional<std::string> search_type_fault(const CommandLine& line,
+                                             const EditionProfile& profile) {
+  if (const auto fault = edition_fault(line, profile)) return fault;
+  if (profile.has_search_type(line.Recovery_MODE)) return std::nullopt;
+  return "The edition \"" + utf8_from_text(line.edition) + "\" does not have this search type.";
 }
 
 const std::filesystem::path& signature_folder(const CommandLine& line,
@@ -134,13 +137,13 @@ std::optional<std::string> tick_types(FileTypeCheckList& list,
 
 int list_types(const CommandLine& line, const NorvoRecoverSetting& setting) {
   const EditionProfile profile = select_edition(line.edition);
-  if (const auto fault = edition_fault(line, profile)) return refuse(setting, *fault);
+  if (const auto fault = search_type_fault(line, profile)) return refuse(setting, *fault);
   SignatureTables tables;
   tables.load(signature_folder(line, setting), profile.signature_files);
   FileTypeCheckList list;
   list.build(line.Recovery_MODE == 0 ? ModeTables{tables.Ext_Array, tables.Adv_Ext_Array}
                                      : tables_of_mode(tables, line.Recovery_MODE));
-  setting.out << type_table(list);
+  report_types(list, line.json, setting.out);
   return 0;
 }
 
@@ -162,7 +165,9 @@ int search(const CommandLine& line, std::span<const char* const> arguments,
                            .progress = !line.quiet,
                            .rewrites_line = setting.err_is_terminal});
   MyTableController controller(line.edition, setting.opener, session, session);
-  if (const auto fault = edition_fault(line, controller.profile())) return refuse(setting, *fault);
+  if (const auto fault = search_type_fault(line, controller.profile())) {
+    return refuse(setting, *fault);
+  }
   const auto request = make_request(line, controller.profile());
   if (const auto* fault = std::get_if<UsageError>(&request)) return refuse(setting, fault->message);
   controller.load_signature_tables(signature_folder(line, setting));
@@ -187,14 +192,8 @@ int search(const CommandLine& line, std::span<const char* const> arguments,
              : status;
 }
 
-}  // namespace
-
-int norvo_recover(std::span<const char* const> arguments, const NorvoRecoverSetting& setting) {
-  const auto parsed = parse_command_line(arguments);
-  if (const auto* fault = std::get_if<UsageError>(&parsed)) {
-    return refuse(setting, fault->message + "\nTry norvo-recover --help.");
-  }
-  const auto& line = std::get<CommandLine>(parsed);
+int perform(const CommandLine& line, std::span<const char* const> arguments,
+            const NorvoRecoverSetting& setting) {
   switch (line.action) {
     case CommandLine::Action::help:
       setting.out << help_text();
@@ -212,6 +211,20 @@ int norvo_recover(std::span<const char* const> arguments, const NorvoRecoverSett
       return search(line, arguments, setting);
   }
   return exit_status::wrong_usage;
+}
+
+}  // namespace
+
+int norvo_recover(std::span<const char* const> arguments, const NorvoRecoverSetting& setting) {
+  const auto parsed = parse_command_line(arguments);
+  if (const auto* fault = std::get_if<UsageError>(&parsed)) {
+    return refuse(setting, fault->message + "\nTry norvo-recover --help.");
+  }
+  const int status = perform(std::get<CommandLine>(parsed), arguments, setting);
+  // Whoever reads it may be gone in the middle of a search, which goes on all the same.
+  if (setting.out.flush()) return status;
+  setting.err << "Not all of the output could be written: standard output took no more.\n";
+  return status == exit_status::completed ? exit_status::output_lost : status;
 }
 
 }  // namespace norvo

@@ -11,6 +11,7 @@
 #include "platform/terminal/CsvFormat.h"
 #include "platform/terminal/DfxmlFormat.h"
 #include "platform/terminal/ReportFacts.h"
+#include "util/LetterCase.h"
 
 namespace norvo {
 namespace {
@@ -18,8 +19,7 @@ namespace {
 namespace fs = std::filesystem;
 
 bool wants_csv(const fs::path& path) {
-  const std::string extension = path.extension().native();
-  return extension == ".csv" || extension == ".CSV";
+  return fold_case(text_from_utf8_lossy(path.extension().native())) == u".csv";
 }
 
 // Links are followed as far as there are any.

@@ -5,8 +5,10 @@
 #include "platform/System.h"
 #include "platform/terminal/NorvoRecover.h"
 #include "platform/terminal/StopSignals.h"
+#include "util/ChildProcess.h"
 
 int main(int argc, char** argv) {
+  norvo::keep_ended_children();
   norvo::install_stop_signals();
   const auto opener = norvo::make_system_device_opener();
   const auto disk_utility = norvo::make_system_disk_utility();

@@ -30,6 +30,7 @@ std::string every_event() {
     events.final(outcome);
   }
   events.drive(MyDataObject{}, "/dev/sdb");
+  events.type(FileTypeEntry{});
   return stream.str();
 }
 
@@ -53,7 +54,7 @@ TEST(ManualPage, ExplainsEveryEventWithItsMembers) {
       EXPECT_THAT(section, testing::ContainsRegex("\n\\.BR? " + member + "( [.,:])?\n")) << line;
     }
   }
-  EXPECT_EQ(events, 10U);
+  EXPECT_EQ(events, 11U);
 }
 
 TEST(ManualPage, NamesEveryOutcomeAndPass) {
@@ -72,7 +73,7 @@ TEST(ManualPage, ShowsADescriptionAsItStands) {
 
 TEST(ManualPage, PutsTheListsInThePlaceOfTheirNames) {
   const std::string page =
-      manual_page("@EDITIONS@\n@EXIT_STATUSES@\n@SEARCH_TYPES@\n@VERSION@\n", {});
+      manual_page("@EDITIONS@\n@EXIT_STATUSES@\n@SEARCH_TYPES@\n@VERSION@\n@RELEASE_DAY@\n", {});
   EXPECT_THAT(page, HasSubstr(".TP\n\\fBNorvo Rowan\\fR\nNorvo Recovery for Pictures: photo;"));
   EXPECT_THAT(page, HasSubstr(".TP\n\\fB130\\fR\nstopped"));
   EXPECT_THAT(page, HasSubstr("\nphoto, video, raw or audio\n"));

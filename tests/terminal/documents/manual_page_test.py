@@ -1,5 +1,6 @@
 #!/usr/bin/python3
 """The manual page of norvo-recover is well-formed and says what the program's own help says."""
+import email.utils
 import re
 import subprocess
 import unittest
@@ -7,8 +8,8 @@ import unittest
 from outcome import main
 from recover_help import built, exit_statuses, needed, options
 
-SECTIONS = ['NAME', 'SYNOPSIS', 'DESCRIPTION', 'OPTIONS', 'EDITIONS', 'OUTPUT', 'EXIT STATUS',
-            'FILES', 'EXAMPLES', 'SEE ALSO']
+SECTIONS = ['NAME', 'SYNOPSIS', 'DESCRIPTION', 'OPTIONS', 'EDITIONS', 'OUTPUT', 'REPORT',
+            'EXIT STATUS', 'FILES', 'EXAMPLES', 'SEE ALSO']
 
 
 def rendered() -> str:
@@ -38,6 +39,14 @@ class ManualPage(unittest.TestCase):
 
     def test_has_the_sections_that_readers_look_for(self) -> None:
         self.assertEqual(re.findall(r'^[A-Z][A-Z ]+$', rendered(), re.M), SECTIONS)
+
+    def test_bears_the_day_of_the_release(self) -> None:
+        changelog = built('NORVO_CHANGELOG').read_text(encoding='utf-8')
+        written = re.search(r'^ -- .*>  (.*)$', changelog, re.M)
+        assert written is not None
+        day = email.utils.parsedate_to_datetime(written[1]).date().isoformat()
+        head = built('NORVO_MANUAL_PAGE').read_text(encoding='utf-8').splitlines()[0]
+        self.assertIn(f' 1 {day} ', head)
 
     def test_leaves_no_list_out(self) -> None:
         self.assertNotRegex(rendered(), r'@\w+@')

@@ -82,6 +82,7 @@ std::string manual_page(std::string_view page, std::span<const Option> options) 
   result = replaced(result, "@EXIT_STATUSES@\n", exit_status_entries());
   const std::vector<std::string> types(search_type_names.begin(), search_type_names.end());
   result = replaced(result, "@SEARCH_TYPES@\n", listed(types, "or") + "\n");
+  result = replaced(result, "@RELEASE_DAY@", release_day);
   return replaced(result, "@VERSION@", program_version);
 }
 
