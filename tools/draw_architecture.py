@@ -115,16 +115,16 @@ ROAD = [
     Step('SectorReader', ('blocks in order; sector by sector', 'where the device is in trouble')),
     Step('ScanPass, HeaderMatcher', ('marked sectors against the table,', 'in its order')),
     Step('PhotoScan or RawFileScan', ('what begins, goes on, ends',)),
-    Step('RecoveredFile, OutputTree', ('one write a block, below the', 'destination, through no link')),
+    Step('RecoveredFile, OutputTree', ('one write per block, below the', 'destination, through no link')),
     Step('ScanResults, ScanOperations', ('each finished file, before the next', 'sector; what is shown of it')),
 ]
 
 
 def road() -> Drawing:
     """The program in the middle; the device and what is saved on its left, decoding on its right."""
-    left, middle, right, side = 20, 362, 714, 232
+    left, middle, right, side = 20, 362, 790, 232
     width, wall, elbow = 284, 344, 300
-    drawing = Drawing(966, 572, 'The processes, and the road of a sector through them')
+    drawing = Drawing(1042, 572, 'The processes, and the road of a sector through them')
     drawing.box(wall, 20, width + 36, 532, 'wall')
     drawing.write(middle, 46, 'Window, with the person\'s rights', 'title')
     drawing.write(middle, 65, 'or norvo-recover, in a terminal')
@@ -142,7 +142,8 @@ def road() -> Drawing:
     drawing.card(left, 24, side, 'The searched device', 'opened for reading only', kind='data')
     drawing.arrow((left + side, 47), (elbow, 47), (elbow, first - 12), (middle, first - 12))
     drawing.write(left + side + 5, 40, 'sectors')
-    drawing.card(left, 136, side, 'Device opener', 'nobody, with the one right to', 'open for reading')
+    drawing.card(left, 136, side, 'Device opener', 'the user nobody, with one right:',
+                 'to open devices for reading')
     drawing.arrow((left + side / 2, 136), (left + side / 2, 71))
     drawing.arrow((left + side, 168), (elbow, 168), (elbow, first + 12), (middle, first + 12))
     drawing.write(left + side + 5, 185, 'a descriptor')
@@ -157,7 +158,9 @@ def road() -> Drawing:
     drawing.arrow((middle + width, showing), (bend, showing), (bend, showing - 66),
                   (right, showing - 66))
     drawing.arrow((bend, showing), (bend, showing + 16), (right, showing + 16))
-    drawing.write(right, showing - 108, 'a descriptor in, pixels out')
+    beside = wall + width + 36 + 6
+    drawing.write(beside, showing - 7, 'a descriptor in,')
+    drawing.write(beside, showing + 16, 'pixels out')
     return drawing
 
 

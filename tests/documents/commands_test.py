@@ -22,6 +22,7 @@ from known_commands import ELSEWHERE, INSTEAD
 
 BUILD = Path(os.environ['NORVO_BUILD'])
 PATIENCE = 1500  # seconds for one command; ./run builds the program
+PROGRAMS = '/usr/sbin:/usr/bin:/sbin:/bin'
 
 
 def key_of(command: Command) -> str | None:
@@ -124,7 +125,7 @@ class FreshCopy:
             'HOME': str(self.home),
             'CCACHE_DIR': os.environ.get('CCACHE_DIR', str(Path.home() / '.cache' / 'ccache')),
             'CCACHE_BASEDIR': str(self.tree), 'CCACHE_NOHASHDIR': '1',
-            'PATH': f'{programs}:/usr/sbin:/usr/bin:/sbin:/bin'}
+            'PATH': f'{programs}:{PROGRAMS}'}
 
     def run(self, text: str) -> tuple[int, str]:
         result = subprocess.run(['bash', '-e', '-o', 'pipefail', '-c', text], cwd=self.tree,
@@ -169,6 +170,19 @@ class Commands(unittest.TestCase):
             for name in re.findall(r'\b\w+_(?:test|replay)\b', reason):
                 self.assertIn(name, tests, f'known_commands.py: there is no {name}')
 
+    def test_every_program_that_is_called_within_a_sentence_is_seen(self) -> None:
+        for document in documents.documents():
+            for code in documents.inline_code(document):
+                words = code.text.split()
+                if len(words) > 1 and shutil.which(words[0], path=PROGRAMS):
+                    self.assertTrue(documents.INLINE_COMMAND.match(code.text),
+                                    f'{code.place}: documents.py does not know "{words[0]}"')
+
+    def test_a_device_is_read_as_administrator(self) -> None:
+        for command in documents.commands():
+            if re.search(r'(--device |if=)/dev/', command.text):
+                self.assertTrue(command.text.startswith('sudo '), f'{command.place}: {command.text}')
+
     def test_commands_of_the_build_name_what_exists(self) -> None:
         tools = BuildTools()
         for command in documents.commands():
@@ -181,6 +195,8 @@ class Commands(unittest.TestCase):
             copy = FreshCopy(Path(folder))
             status, output = copy.run('./run')
             self.assertEqual(status, 0, output)
+            cache = (copy.tree / 'build/release/CMakeCache.txt').read_text('utf-8')
+            self.assertIn('NORVO_WERROR:BOOL=OFF', cache, 'a new compiler may warn of more')
             copy.furnish()
             done = {'./run'}
             for command in documents.commands():

@@ -6,9 +6,12 @@ from pathlib import Path
 
 ROOT = Path(__file__).resolve().parents[2]
 COMMAND_LANGUAGES = {'sh', 'bash'}
-# What begins a command where it stands within a sentence.
-INLINE_COMMAND = re.compile(r'(\./(run|test)\b|cmake -|ctest -|sudo |apt-get |git |norvo-recover -'
-                            r'|(tools|tests|benchmarks|build)/\S+ \S)')
+# What is called by its name alone where it stands within a sentence; with a blank it is a command.
+TOOLS = ('apt', 'apt-get', 'cmake', 'codesign', 'ctest', 'dch', 'dd', 'ddrescue', 'diskutil', 'ditto',
+         'git', 'kill', 'lsblk', 'norvo-recover', 'od', 'open', 'otool', 'python3', 'security', 'sed',
+         'spctl', 'sudo', 'tccutil', 'umount', 'xcode-select', 'xcrun', 'xxd')
+INLINE_COMMAND = re.compile(r'\./(run|test)\b|(tools|tests|benchmarks|build)/\S+ \S'
+                            rf'|({"|".join(map(re.escape, TOOLS))}) \S')
 
 
 def documents() -> list[Path]:
@@ -102,9 +105,11 @@ def commands_of(block: Block) -> Iterator[Command]:
 
 
 def inline_code(document: Path) -> Iterator[Command]:
-    for number, line in enumerate(without_blocks(document).splitlines(), start=1):
-        for match in re.finditer(r'`([^`]+)`', line):
-            yield Command(f'{document.relative_to(ROOT)}:{number}', match.group(1))
+    """What stands in backticks, also over the end of a line; a paragraph ends it."""
+    for match in re.finditer(r'`((?:[^`\n]|\n(?!\s*\n))+)`', text := without_blocks(document)):
+        number = text.count('\n', 0, match.start()) + 1
+        yield Command(f'{document.relative_to(ROOT)}:{number}',
+                      re.sub(r'\s*\n\s*', ' ', match.group(1)))
 
 
 def commands() -> list[Command]:

@@ -9,7 +9,11 @@ import documents
 
 TEXT = """# A title, with `code`
 
-Call `./run` first.
+Call `./run` first, never `sed`. A `lsblk
+--json` may end
+on the `next line`, code with `no end does not.
+
+It `is text`.
 
     first --option   # what it does
     second \\
@@ -44,10 +48,17 @@ class Documents(unittest.TestCase):
 
     def test_commands_are_found_in_listings_and_sentences(self) -> None:
         self.assertEqual([command.text for command in documents.commands()],
-                         ['first --option', 'second --more', 'third && fourth', './run'])
+                         ['first --option', 'second --more', 'third && fourth', './run',
+                          'lsblk --json'])
 
     def test_a_command_knows_its_place(self) -> None:
-        self.assertEqual(documents.commands()[0].place, 'text.md:5')
+        places = {command.text: command.place for command in documents.commands()}
+        self.assertEqual(places['first --option'], 'text.md:9')
+        self.assertEqual(places['lsblk --json'], 'text.md:3')
+
+    def test_code_ends_with_its_paragraph(self) -> None:
+        self.assertEqual([code.text for code in documents.inline_code(self.document)],
+                         ['code', './run', 'sed', 'lsblk --json', 'next line', 'is text'])
 
     def test_text_does_not_hold_listings(self) -> None:
         text = documents.without_blocks(self.document)

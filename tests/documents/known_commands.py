@@ -6,6 +6,9 @@ ELSEWHERE with the test that runs it or the reason why none does."""
 INSTEAD: list[tuple[str, dict[str, str]]] = [
     # The image of the sample card in the place of a card, and no administrator to read it.
     ('--device /dev/sdb', {'sudo ': '', '/dev/sdb': 'card.img'}),
+    ('dd if=/dev/sdb', {'sudo ': '', 'of=card.img': 'of=copy.img', '/dev/sdb': 'card.img'}),
+    ('sudo chown -R "$USER": ~/Recovered', {'sudo ': ''}),
+    ('-N 64 FILE', {'FILE': 'card.img'}),
     ('NORVO_SEEDS="1000000 200000"', {'1000000 200000': '1000000 20'}),
     ('tools/take_screenshots.py /tmp/shots', {'/tmp/shots': '--only small shots'}),
     ('--destination /tmp/found', {'/tmp/found': 'found'}),
@@ -25,9 +28,11 @@ ELSEWHERE: dict[str, str] = {
         'package_test installs the package in a clean system',
     'sudo apt purge norvo-recovery': 'package_test removes it there',
     'sudo umount /dev/sdb1': 'there is no card; block_device_test searches devices',
-    '"build/release/bundles/Norvo Spruce.app/Contents/MacOS/Norvo Spruce"':
-        'waits for a person; real_window_test starts a bundle and clicks through it, elevation_test '
-        'asks for the right',
+    'sudo ddrescue /dev/sdb card.img card.map':
+        'a tool of others for a failing drive, and there is none; slow_device_test and '
+        'bad_sectors_test search such drives themselves',
+    'kill -9': 'no command to be typed; report_test ends searches by it',
+    'dch ...': 'asks a person what is new; package_test reads the version that the changelog gives',
     'build/fuzz/bin/signature_fuzz ...':
         'needs the fuzz build; its corpus is replayed by signature_fuzz_replay',
     'build/release/bin/damaged_pictures ...': 'damaged_pictures_test runs it with fewer variants',

@@ -1,5 +1,6 @@
 #!/usr/bin/python3
-"""docs/dependencies.md has a reason for each package that is installed and each that CMake asks for."""
+"""docs/dependencies.md has a reason for each package that is installed, that CMake asks for, or that
+the Debian package names; and what is compiled into the programs brings its licence along."""
 import re
 import unittest
 from pathlib import Path
@@ -7,6 +8,8 @@ from pathlib import Path
 from documents import ROOT, documents
 
 DEPENDENCIES = ROOT / 'docs' / 'dependencies.md'
+DEBIAN = ROOT / 'packaging' / 'linux' / 'debian'
+JSON_COPYRIGHT = Path('/usr/share/doc/nlohmann-json3-dev/copyright')
 
 
 def named() -> set[str]:
@@ -24,6 +27,13 @@ def installed() -> set[str]:
     sets = re.findall(r'^\w+_set=\(\n(.*?)^\)', text, re.MULTILINE | re.DOTALL)
     words = re.sub(r'#.*', '', '\n'.join(sets)).split()
     return {word for word in words if not word.startswith('"$')}
+
+
+def named_by_the_package() -> set[str]:
+    """What the Debian package depends on beside the libraries, and what it recommends."""
+    text = (DEBIAN / 'package.cmake').read_text('utf-8')
+    lists = re.findall(r'CPACK_DEBIAN_PACKAGE_(?:DEPENDS|RECOMMENDS)\s+"([^"]+)"', text)
+    return {name.split()[0] for names in lists for name in re.split(r'[,|]', names)}
 
 
 def asked_for() -> dict[str, Path]:
@@ -51,6 +61,21 @@ class Packages(unittest.TestCase):
         packages = installed()
         self.assertGreater(len(packages), 30)
         self.assertEqual(packages - named(), set())
+
+    def test_everything_that_the_debian_package_names_has_a_reason(self) -> None:
+        packages = named_by_the_package()
+        self.assertGreaterEqual(len(packages), 8)
+        self.assertEqual(packages - named(), set())
+
+    def test_a_library_of_headers_brings_its_licence_along(self) -> None:
+        if not JSON_COPYRIGHT.exists():
+            self.skipTest('nlohmann-json is not from a package here')
+        ours = (DEBIAN / 'copyright').read_text('utf-8')
+        theirs = JSON_COPYRIGHT.read_text('utf-8')
+        for owner in re.findall(r'Files: (?:\*|include/.*)\nCopyright: (.*)', theirs):
+            self.assertIn(owner, ours)
+        for line in re.findall(r'^License: Expat\n((?: .*\n)+)', theirs, re.MULTILINE)[0].splitlines():
+            self.assertIn(line, ours)
 
     def test_everything_that_cmake_asks_for_has_a_reason(self) -> None:
         wanted = asked_for()

@@ -1,5 +1,6 @@
 #!/usr/bin/python3
-"""The printed help is complete, its page numbers are right, and no heading stands alone."""
+"""The printed help is complete, its page numbers are right, and no heading and no text that ends a
+section stands alone."""
 import os
 import re
 import shutil
@@ -20,6 +21,17 @@ NOT_RUN = 77
 def headings() -> list[str]:
     return [line.lstrip('# ') for document in DOCUMENTS
             for line in document.read_text('utf-8').splitlines() if re.match(r'#{1,3} ', line)]
+
+
+def last_texts() -> set[str]:
+    """The last paragraph or entry of each section, as it is printed but for page numbers."""
+    found = set()
+    for document in DOCUMENTS:
+        for part in re.split(r'^#+ .*$', document.read_text('utf-8'), flags=re.MULTILINE):
+            last = re.split(r'\n\n|\n(?=- |\d+\. )', part.strip())[-1]
+            last = re.sub(r'\[([^\]]*)\]\([^)]*\)', r'\1', last)
+            found.add(plain(re.sub(r'^- |[*`]', '', last)))
+    return found
 
 
 def plain(text: str) -> str:
@@ -62,6 +74,14 @@ class PrintedHelp(unittest.TestCase):
         for number, page in enumerate(self.pages, start=1):
             lines = [line.strip() for line in page if line.strip()]
             self.assertNotIn(lines[-2], headings(), f'page {number}')  # the footer stands below
+
+    def test_no_page_begins_with_the_last_text_of_a_section_alone(self) -> None:
+        for number, page in enumerate(self.pages, start=1):
+            lines = [line.strip() for line in page if line.strip()]
+            ends = [at for at, line in enumerate(lines) if line in headings()] or [len(lines) - 1]
+            text = re.sub(r' \(page \d+\)', '', plain(' '.join(lines[:ends[0]])))
+            alone = text != '' and text.removeprefix('•').strip() in last_texts()
+            self.assertFalse(alone, f'page {number}: {text}')
 
     def test_every_picture_is_printed(self) -> None:
         pictures = re.findall(r'!\[[^\]]*\]\(', ''.join(path.read_text('utf-8') for path in DOCUMENTS))

@@ -33,8 +33,8 @@ class Example(unittest.TestCase):
         (self.record,) = listings('text')
         (self.make_file,) = listings('python')
         self.copy_tables, self.search = listings('sh')
-        (self.place,) = re.findall(r'It comes back as `([^`]+)`',
-                                   section(DOCUMENT, 'Add a type in ten minutes'))
+        text = re.sub(r'\s+', ' ', section(DOCUMENT, 'Add a type in ten minutes'))
+        (self.place,) = re.findall(r'It comes back as `([^`]+)`', text)
 
     def shell(self, commands: str) -> str:
         result = subprocess.run(['bash', '-e', '-c', commands], cwd=self.folder, text=True,

@@ -151,7 +151,8 @@ class Package(unittest.TestCase):
         self.assertRegex(self.recover_sample_card(), r'\b(\d+) of \1 deleted pictures')
         for document in ('man/man1/norvo-recover.1.gz', 'bash-completion/completions/norvo-recover',
                          'zsh/vendor-completions/_norvo-recover',
-                         'fish/vendor_completions.d/norvo-recover.fish'):
+                         'fish/vendor_completions.d/norvo-recover.fish',
+                         'doc/norvo-recovery/report.md'):
             self.assertTrue(self.system.path(f'usr/share/{document}').exists(), document)
 
     def opened(self, desktop: Desktop, entry: dict[str, str]) -> str:

@@ -236,6 +236,24 @@ TEST_P(EveryKind, DescribesAnExtensionOnceForEachHeader) {
   }
 }
 
+// The description of an extension's first record is what a person reads in the list; those of the
+// records behind it may tell them apart.
+TEST_P(EveryKind, ShowsAPlainNameForEachExtension) {
+  const std::vector<std::string> notes = {"version", "byte order", "layout",  "opening",
+                                          "first",   "blocks of",  "bits",    "pictures ",
+                                          "packed",  "clock",      "streamed"};
+  std::set<std::string> seen;
+  for (const std::string scan : {"general", "thorough"}) {
+    for (const Record& record : records_of(GetParam(), scan)) {
+      if (!seen.insert(record.extension).second) continue;
+      for (const std::string& note : notes) {
+        EXPECT_EQ(record.description.find(note), std::string::npos)
+            << place(record) << ": " << record.description;
+      }
+    }
+  }
+}
+
 INSTANTIATE_TEST_SUITE_P(Shipped, EveryKind, testing::Values("photo", "video", "raw", "audio"),
                          [](const auto& instance) { return instance.param; });
 

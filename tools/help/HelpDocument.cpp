@@ -28,7 +28,7 @@ constexpr double title_points = 22;
 constexpr double heading_points = 14;
 constexpr double small_heading_points = 11.5;
 constexpr int window_pixels = 1080;    // width of a picture of the whole window
-constexpr double window_width = 0.78;  // of the text
+constexpr double window_width = 0.70;  // of the text
 constexpr double line_height_percent = 135;
 // The lengths of formats are meant for a screen and are scaled to the printer.
 constexpr double screen_inch = 96;

@@ -30,12 +30,21 @@ bool in_table(const QTextBlock& block) {
   return QTextCursor(block).currentTable() != nullptr;
 }
 
-// Blocks that are one thing, or of which the first announces the next.
+bool is_heading(const QTextBlock& block) {
+  return block.blockFormat().headingLevel() > 0;
+}
+
+// A text behind which a heading follows, or nothing: alone, it would begin a page.
+bool ends_section(const QTextBlock& block) {
+  return !in_table(block) && (!block.next().isValid() || is_heading(block.next()));
+}
+
+// Blocks that are one thing, or of which the first announces the next or the second only ends it.
 bool keeps_with_next(const QTextBlock& block) {
   const QTextBlock next = block.next();
   if (!next.isValid()) return false;
   if (in_table(block)) return in_table(next);
-  if (block.blockFormat().headingLevel() > 0 || block.text().endsWith(u':')) return true;
+  if (is_heading(block) || block.text().endsWith(u':') || ends_section(next)) return true;
   return is_listing(block) && is_listing(next);
 }
 

@@ -1,4 +1,5 @@
-// Where the pages of a document end: no heading without what it heads, no short text cut in two.
+// Where the pages of a document end: no heading without what it heads, no short text cut in two, no
+// last text of a section alone on the next page.
 #pragma once
 
 #include <QTextBlock>

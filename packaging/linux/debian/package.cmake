@@ -6,6 +6,7 @@ add_custom_command(OUTPUT "${packed_changelog}"
   DEPENDS "${NORVO_CHANGELOG}" COMMENT "Packing the changelog" VERBATIM)
 add_custom_target(norvo_changelog ALL DEPENDS "${packed_changelog}")
 install(FILES "${CMAKE_CURRENT_LIST_DIR}/copyright" "${packed_changelog}"
+              "${PROJECT_SOURCE_DIR}/docs/report.md"
         DESTINATION "${document_folder}")
 install(FILES "${CMAKE_CURRENT_LIST_DIR}/lintian-overrides"
         DESTINATION "${CMAKE_INSTALL_DATADIR}/lintian/overrides" RENAME norvo-recovery)
