@@ -46,7 +46,7 @@ WindowSession::WindowSession(const Setting& setting)
                .check_list = setting.controller.check_list(),
                .tables = setting.controller.tables(),
                .gallery = setting.controller.gallery()}),
-      results_(setting.view, setting.controller.wizard, setting.desktop,
+      results_(setting.view, setting.controller.wizard, setting.desktop, boxes_,
                setting.controller.gallery(), setting.preview,
                setting.resource_folder / no_preview_name),
       help_({.notices = setting.notices,
