@@ -54,7 +54,7 @@ class AlertTest : public testing::Test {
     when_shown<QMessageBox>(u"alert"_s, std::move(act));
     return panel.run(alert);
   }
-  QtAlertPanel panel;
+  QtAlertPanel panel{u"Norvo Recovery for Cameras"};
 };
 
 TEST_F(AlertTest, shows_the_texts_exactly) {
@@ -67,6 +67,13 @@ TEST_F(AlertTest, shows_the_texts_exactly) {
   answer(notice, [](QMessageBox& box) {
     EXPECT_EQ(to_text(box.text()), notice.message);
     EXPECT_EQ(box.buttons().size(), 1);
+    box.close();
+  });
+}
+
+TEST_F(AlertTest, is_titled_as_the_panel_says) {
+  answer(notice, [](QMessageBox& box) {
+    EXPECT_EQ(box.windowTitle(), "Norvo Recovery for Cameras");
     box.close();
   });
 }

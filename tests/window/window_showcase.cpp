@@ -92,7 +92,7 @@ void save_dialogs(norvo::WindowShowcase& showcase, const Shots& shots) {
   shots.save(*showcase.window().findChild<QWidget*>(u"ClearPreview_Modeless"_s),
              u"dialog_clearing"_s);
   notices.hide_ClearPreview();
-  norvo::QtAlertPanel panel;
+  norvo::QtAlertPanel panel(u"Norvo Recovery for Memory Cards");
   shots.save_dialog(u"alert"_s, u"dialog_message"_s, [&] {
     panel.run({.message = u"\nPlease select a storage media from list.",
                .default_button = u"OK",
@@ -119,7 +119,6 @@ int main(int argc, char** argv) {
     return 2;
   }
   if (arguments[1] == u"dark") QApplication::setPalette(dark_palette());
-  QApplication::setApplicationDisplayName(u"Norvo Recovery for Memory Cards"_s);
   norvo::Look::install(application);
   const std::filesystem::path folder(QApplication::applicationDirPath().toStdString());
   norvo::WindowShowcase showcase(arguments[2].toStdString(), folder / "norvo-decoder");
