@@ -77,7 +77,8 @@ void save_dialogs(norvo::WindowShowcase& showcase, const Shots& shots) {
        .web_address_2 = u"https://www.norvo.example/help",
        .pages = {u"Product Page", u"Questions", u"Order", u"Other Programs"}},
       [] {
-        return norvo::Text(u"/home/anna/Pictures/Recovered/Norvo Spruce Results/Photo Search");
+        return norvo::saved_notice(
+            {}, true, "/home/anna/Pictures/Recovered/Norvo Spruce Results/Photo Search");
       },
       [](std::string_view) {});
   shots.save_dialog(u"Browse_Info"_s, u"dialog_browse"_s, [&] { notices.run_Browse_Info(); });

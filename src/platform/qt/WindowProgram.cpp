@@ -16,7 +16,7 @@ WindowProgram::WindowProgram(WindowSurroundings surroundings)
       window_(window_content(controller_, drives_, thumbnails_)),
       panel_(controller_.profile().APP_LONG_NAME),
       notices_(
-          window_, contact_texts(), [this] { return session_.results_folder_text(); },
+          window_, contact_texts(), [this] { return session_.saved_notice(); },
           [this](std::string_view name) { session_.contact_clicked(name); }),
       preview_(preview_setting()),
       probe_(surroundings_.opener),
