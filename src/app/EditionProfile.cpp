@@ -126,6 +126,17 @@ EditionProfile select_edition(TextView bundle_name) {
   return profile;
 }
 
+std::optional<Text> reason_not_to_start(const std::optional<Text>& bundle_name) {
+  if (!bundle_name) {
+    return u"\nNorvo Recovery is not installed completely: its bundle has no property list that "
+           u"names it. Please install it again.";
+  }
+  if (select_edition(*bundle_name).is_edition()) return std::nullopt;
+  return u"\n\u201C" + displayable(*bundle_name) +
+         u"\u201D names no edition of Norvo Recovery: its name holds none of Alder, Birch, Cedar, "
+         u"Larch, Maple, Rowan and Spruce.";
+}
+
 Color getColorFromRGB(std::uint32_t red, std::uint32_t blue, std::uint32_t green) {
   const auto component = [](std::uint32_t value) { return static_cast<float>(value) / 255.0F; };
   return {.red = component(red), .green = component(green), .blue = component(blue)};

@@ -4,6 +4,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <span>
 
 #include "sigdb/SignatureTables.h"
@@ -41,6 +42,10 @@ std::span<const TextView> edition_keywords();
 // The edition that `bundle_name` selects. Case-sensitive; a name with two keywords takes the one
 // that comes first in the order Alder, Birch, Cedar, Larch, Maple, Rowan, Spruce.
 EditionProfile select_edition(TextView bundle_name);
+
+// Why no edition can run from a bundle of this name (nothing where the bundle gives none), as an
+// alert says it; nothing when one can.
+std::optional<Text> reason_not_to_start(const std::optional<Text>& bundle_name);
 
 // A colour of the calibrated RGB space; each component 0 to 1.
 struct Color {

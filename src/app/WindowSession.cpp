@@ -46,7 +46,7 @@ WindowSession::WindowSession(const Setting& setting)
                .check_list = setting.controller.check_list(),
                .tables = setting.controller.tables(),
                .gallery = setting.controller.gallery()}),
-      results_(setting.view, setting.controller.wizard, setting.desktop,
+      results_(setting.view, setting.controller.wizard, setting.desktop, boxes_,
                setting.controller.gallery(), setting.preview,
                setting.resource_folder / no_preview_name),
       help_({.notices = setting.notices,
@@ -85,8 +85,9 @@ void WindowSession::preview_shown() {
                                   [this] { setting_.operations.post_Final_or_Stop_Screen(); });
 }
 
-Text WindowSession::results_folder_text() const {
-  return displayable(text_from_utf8_lossy(destination_.results_folder().native()));
+SavedNotice WindowSession::saved_notice() const {
+  return norvo::saved_notice(searched_, setting_.operations.found_bytes() != 0,
+                             destination_.results_folder());
 }
 
 void WindowSession::clicked(Control control) {
@@ -202,6 +203,7 @@ void WindowSession::start_search(const SearchSettings& settings) {
   setting_.controller.wait_for_worker();
   clear_stop_now();
   setting_.operations.begin_search();
+  searched_ = settings;
   setting_.controller.start_search(
       {.Recovery_MODE = settings.Recovery_MODE,
        .device_path = device_of(settings.disk_identifier),

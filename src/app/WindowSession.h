@@ -13,6 +13,7 @@
 #include "wizard/Desktop.h"
 #include "wizard/HelpAndContact.h"
 #include "wizard/ResultViews.h"
+#include "wizard/SavedNotice.h"
 #include "wizard/SearchHost.h"
 #include "wizard/Wizard.h"
 #include "wizard/WizardEvents.h"
@@ -64,8 +65,8 @@ class WindowSession final : public WizardEvents, private SearchHost, private Des
   // screen a little later, so that the preview is seen.
   void preview_shown();
 
-  // Where the files of the last search lie, for people.
-  Text results_folder_text() const;
+  // What the notice at the end of the last search says.
+  SavedNotice saved_notice() const;
 
   // Whether a search runs.
   bool is_searching() const { return searching_; }
@@ -98,6 +99,7 @@ class WindowSession final : public WizardEvents, private SearchHost, private Des
   Setting setting_;
   const EditionPresentation edition_;
   bool searching_ = false;
+  SearchSettings searched_;  // of the last search
   MessageBoxes boxes_;
   DriveScreen drive_screen_;
   SectorRangeControls range_;

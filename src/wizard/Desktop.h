@@ -15,7 +15,7 @@ class Desktop {
   // could be started for it.
   virtual bool open_path(const std::filesystem::path& path) = 0;
 
-  // Opens a web, mail or settings address.
+  // Opens a web, mail or settings address. False as above.
   virtual bool open_address(TextView address) = 0;
 
   // Replaces the clipboard's content by a plain text.

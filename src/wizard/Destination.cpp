@@ -2,6 +2,7 @@
 
 #include <system_error>
 
+#include "wizard/OpenOrTell.h"
 #include "wizard/SearchTypes.h"
 
 namespace norvo {
@@ -63,7 +64,7 @@ void Destination::Open_Folder_btn() {
     setting_.boxes.Show_MessageBox(u"Destination folder does not exist!");
     return;
   }
-  static_cast<void>(setting_.desktop.open_path(results));
+  open_or_tell(setting_.desktop, setting_.boxes, results);
 }
 
 }  // namespace norvo

@@ -51,7 +51,8 @@ class Destination {
   // The browse buttons: says what to choose, asks, and puts the chosen folder into both pages.
   void Browse_Path();
 
-  // The open-folder buttons: opens the search's results, or says that they do not exist.
+  // The open-folder buttons: opens the search's results, or says that they do not exist or that
+  // nothing could be started for them.
   void Open_Folder_btn();
 
   // Shows the line under the destination of `page`, or hides it.

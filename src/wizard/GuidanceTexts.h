@@ -1,5 +1,5 @@
-// The guidance of the help line, step by step. Line breaks, typographic quotes and trailing blanks
-// belong to the texts.
+// The guidance of the help line, step by step, and what a sector range is. Line breaks, typographic
+// quotes and trailing blanks belong to the texts.
 #pragma once
 
 #include "util/Text.h"
@@ -21,6 +21,13 @@ inline constexpr TextView sector_range =
     u"sector of storage media within which you want to perform searching for lost data. Please "
     u"drag knob of Slider to enter sector range or you can also enter these values in Start Sector "
     u"and End Sector fields manually.";
+
+// What the range choice says of itself, and of drives with sectors that no slider reaches.
+inline constexpr TextView about_range =
+    u"Only the sectors from the start up to, not including, the end are searched. A sector is 512 "
+    u"bytes.";
+inline constexpr TextView about_far_sectors =
+    u" Sectors beyond 2147483647 can only be typed: there the sliders write 2147483647.";
 
 inline constexpr TextView file_types =
     u"\nPlease select the required extension type for recovery process. Press \u2018Next\u2019 "

@@ -2,13 +2,14 @@
 
 #include <system_error>
 
+#include "wizard/OpenOrTell.h"
+
 namespace norvo {
 
 void HelpAndContact::Help_btn() {
   std::error_code error;
   if (std::filesystem::exists(setting_.help_file, error)) {
-    static_cast<void>(setting_.desktop.open_path(setting_.help_file));
-    return;
+    return open_or_tell(setting_.desktop, setting_.boxes, setting_.help_file);
   }
   static_cast<void>(show_msg(setting_.panel, u"\nHelp file does not exist!"));
 }
@@ -21,13 +22,20 @@ void HelpAndContact::copy(TextView text) {
 void HelpAndContact::contact_clicked(std::string_view name) {
   const EditionPresentation& edition = setting_.edition;
   const auto open = [&](TextView address) {
-    static_cast<void>(setting_.desktop.open_address(address));
+    open_page_or_tell(setting_.desktop, setting_.boxes, address);
+  };
+  const auto write = [&](TextView mailto, TextView mailbox) {
+    write_mail_or_tell(setting_.desktop, setting_.boxes, mailto, mailbox);
   };
   if (name == "Copy_Email") return copy(edition.support_address);
   if (name == "Copy_URL") return copy(edition.web_address);
   if (name == "Copy_URL_2") return copy(edition.web_address_2);
-  if (name == "Open_Support_Mail") return open(edition.support_with_content);
-  if (name == "Open_Reseller_Mail") return open(u"mailto:" + edition.reseller_address);
+  if (name == "Open_Support_Mail") {
+    return write(edition.support_with_content, edition.support_address);
+  }
+  if (name == "Open_Reseller_Mail") {
+    return write(u"mailto:" + edition.reseller_address, edition.reseller_address);
+  }
   if (name == "Open_Page_1") return open(edition.web_address);
   if (name == "Open_Page_2") return open(edition.web_address_2);
   if (name == "Open_Page_3") return open(edition.web_address_2 + u"/help");

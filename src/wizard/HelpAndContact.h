@@ -24,7 +24,7 @@ class HelpAndContact {
   };
   explicit HelpAndContact(const Setting& setting) : setting_(setting) {}
 
-  // Opens the help file with the person's viewer, or says that there is none.
+  // Opens the help file with the person's viewer, or says that there is no such file or viewer.
   void Help_btn();
 
   // Opens the contact dialog.
@@ -32,8 +32,8 @@ class HelpAndContact {
 
   // A button of the contact dialog or of the notice after a search, by its name: "Copy_Email",
   // "Copy_URL", "Copy_URL_2", "Open_Support_Mail", "Open_Reseller_Mail", or "Open_Page_1" to
-  // "Open_Page_4": the program's page, the edition's, its help and its order page. Other names do
-  // nothing.
+  // "Open_Page_4": the program's page, the edition's, its help and its order page. What cannot be
+  // opened is told. Other names do nothing.
   void contact_clicked(std::string_view name);
 
  private:

@@ -10,10 +10,16 @@ std::atomic<std::int32_t> yes_no_msg_val{0};
 
 void MessageBoxes::Show_MessageBox(TextView message) {
   const Text text = u"\n" + Text(message);
+  static_cast<void>(show([&] { Main_Thread_Messgae(text); }));
+}
+
+bool MessageBoxes::show(const std::function<void()>& box) {
   try {
-    main_thread_.call_and_wait([&] { Main_Thread_Messgae(text); });
+    main_thread_.call_and_wait(box);
+    return true;
   } catch (const std::exception& reason) {
     Show_NSLog_Message(text_from_utf8_lossy(reason.what()));
+    return false;
   }
 }
 
@@ -22,8 +28,7 @@ void MessageBoxes::Main_Thread_Messgae(TextView text) {
 }
 
 bool MessageBoxes::Show_YES_NO_MessageBox(TextView question) {
-  main_thread_.call_and_wait([&] { Main_Thread_Messgae_Yes_No(question); });
-  return yes_no_msg_val == 1;
+  return show([&] { Main_Thread_Messgae_Yes_No(question); }) && yes_no_msg_val == 1;
 }
 
 void MessageBoxes::Main_Thread_Messgae_Yes_No(TextView text) {

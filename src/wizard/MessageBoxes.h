@@ -4,6 +4,7 @@
 
 #include <atomic>
 #include <cstdint>
+#include <functional>
 
 #include "util/Alert.h"
 #include "util/Text.h"
@@ -21,7 +22,8 @@ class MessageBoxes {
   // the main thread cannot be reached the message is lost.
   void Show_MessageBox(TextView message);
 
-  // A question box with Yes and No. True only when Yes was pressed.
+  // A question box with Yes and No. True only when Yes was pressed: a question that cannot reach
+  // the main thread is answered with No.
   bool Show_YES_NO_MessageBox(TextView question);
 
   // Their halves on the main thread.
@@ -29,6 +31,9 @@ class MessageBoxes {
   void Main_Thread_Messgae_Yes_No(TextView text);
 
  private:
+  // Whether the main thread has shown the box.
+  bool show(const std::function<void()>& box);
+
   AlertPanel& panel_;
   MainThread& main_thread_;
 };

@@ -1,5 +1,7 @@
 #include "wizard/ResultViews.h"
 
+#include "wizard/OpenOrTell.h"
+
 namespace norvo {
 
 std::optional<std::chrono::milliseconds> final_screen_delay(std::int32_t stop_now) {
@@ -23,7 +25,7 @@ void ResultViews::cellWasDoubleClickedAtIndex(Control browser, std::size_t index
   const std::optional<MyImageObject> item = gallery_.item(index);
   if (!item) return;
   if (browser == Control::imageBrowser && item->path == noprevfile_) return;
-  static_cast<void>(desktop_.open_path(item->path));
+  open_or_tell(desktop_, boxes_, item->path);
 }
 
 void ResultViews::imageBrowserSelectionDidChange() {

@@ -11,6 +11,7 @@
 
 #include "results/Gallery.h"
 #include "wizard/Desktop.h"
+#include "wizard/MessageBoxes.h"
 #include "wizard/WizardState.h"
 #include "wizard/WizardView.h"
 
@@ -36,11 +37,12 @@ class ResultViews {
  public:
   // What is referred to outlives the views. `noprevfile` is the placeholder picture, the path of
   // the items that have no picture of their own.
-  ResultViews(WizardView& view, WizardState& state, Desktop& desktop, Gallery& gallery,
-              PreviewPane& preview, std::filesystem::path noprevfile)
+  ResultViews(WizardView& view, WizardState& state, Desktop& desktop, MessageBoxes& boxes,
+              Gallery& gallery, PreviewPane& preview, std::filesystem::path noprevfile)
       : view_(view),
         state_(state),
         desktop_(desktop),
+        boxes_(boxes),
         gallery_(gallery),
         preview_(preview),
         noprevfile_(std::move(noprevfile)) {}
@@ -50,7 +52,8 @@ class ResultViews {
   void moveItemsAtIndexes(Control browser, const std::vector<std::size_t>& indexes,
                           std::size_t toIndex);
 
-  // Opens the item's file in the person's own viewer; not the placeholder.
+  // Opens the item's file in the person's own viewer, or says that there is none for it; not the
+  // placeholder.
   void cellWasDoubleClickedAtIndex(Control browser, std::size_t index);
 
   // Previews the selected item of the file window unless it was the last one previewed.
@@ -63,6 +66,7 @@ class ResultViews {
   WizardView& view_;
   WizardState& state_;
   Desktop& desktop_;
+  MessageBoxes& boxes_;
   Gallery& gallery_;
   PreviewPane& preview_;
   std::filesystem::path noprevfile_;

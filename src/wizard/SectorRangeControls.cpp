@@ -21,6 +21,15 @@ constexpr Range start{Control::Start_Slider, Control::Start_slider_val, Control:
 constexpr Range end{Control::End_Slider, Control::End_slider_val, Control::End_Sec_Min_val,
                     Control::End_Sec_Max_val};
 
+// The most that a slider writes.
+constexpr double slider_limit = std::numeric_limits<std::int32_t>::max();
+
+Text about_range(double sectors) {
+  Text text(guidance::about_range);
+  if (sectors > slider_limit) text += guidance::about_far_sectors;
+  return text;
+}
+
 }  // namespace
 
 void SectorRangeControls::Entire_Disk_Radio(SettingsPage page) {
@@ -36,7 +45,10 @@ void SectorRangeControls::Sector_Range_Radio(SettingsPage page) {
   view_.set_on(on_page(Control::entire_disk_rd, page), false);
   view_.set_on(on_page(Control::sector_range_rd, page), true);
   show_disk_information(view_, page, false);
-  reset_range(page, view_.text(on_page(Control::end_sector_entire_val, page)));
+  const Text sectors_val = view_.text(on_page(Control::end_sector_entire_val, page));
+  reset_range(page, sectors_val);
+  view_.set_text(on_page(Control::Sector_Range_Info, page),
+                 about_range(floating_value(sectors_val)));
   show_range_controls(view_, page, true);
 }
 
@@ -55,8 +67,9 @@ void SectorRangeControls::reset_range(SettingsPage page, TextView sectors_val) {
 
 void SectorRangeControls::slider_to_text(Control slider, Control field, SettingsPage page) {
   const double value = view_.value(on_page(slider, page));
-  constexpr double limit = std::numeric_limits<std::int32_t>::max();
-  const auto number = static_cast<std::uint64_t>(value < 0 ? 0 : value > limit ? limit : value);
+  const auto number = static_cast<std::uint64_t>(value < 0              ? 0
+                                                 : value > slider_limit ? slider_limit
+                                                                        : value);
   view_.set_text(on_page(field, page), decimal(number));
 }
 

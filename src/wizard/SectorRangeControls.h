@@ -13,7 +13,7 @@ class SectorRangeControls {
   // The whole drive is chosen; the range stays as it was and is ignored.
   void Entire_Disk_Radio(SettingsPage page);
 
-  // A range is chosen: it is reset to 0 and the drive's sector count.
+  // A range is chosen: it is reset to 0 and the drive's sector count, and explained.
   void Sector_Range_Radio(SettingsPage page);
 
   // Sets the range to 0 and `sectors_val`, limits and limit labels too.

@@ -13,7 +13,8 @@ class WizardEvents {
  public:
   virtual ~WizardEvents() = default;
 
-  // A button, radio or check box was clicked; the box shows its new state already.
+  // A button was clicked, or a radio or check box clicked or toggled, which shows its new state
+  // already.
   virtual void clicked(Control control) = 0;
 
   // A slider was moved, or a text field edited, by the person. Not told for what the wizard sets.

@@ -187,6 +187,25 @@ TEST(Presentation, IsDecidedByTheNameAndNotByTheEdition) {
   EXPECT_EQ(both.raw_file_choice_title(), u"Recover Raw Files");
 }
 
+TEST(ReasonNotToStart, ThereIsNoneForAnEdition) {
+  for (const EditionRow& row : edition_rows) {
+    EXPECT_EQ(reason_not_to_start(name_of(row.keyword)), std::nullopt);
+  }
+}
+
+TEST(ReasonNotToStart, NamesTheBundleThatIsNoEditionAndTheKeywords) {
+  EXPECT_EQ(reason_not_to_start(u"Norvo \u202EWillow"),
+            u"\n\u201CNorvo \uFFFDWillow\u201D names no edition of Norvo Recovery: its name holds "
+            u"none of Alder, Birch, Cedar, Larch, Maple, Rowan and Spruce.");
+  EXPECT_TRUE(reason_not_to_start(u"").has_value());
+}
+
+TEST(ReasonNotToStart, IsAnIncompleteInstallationWhereTheBundleGivesNoName) {
+  EXPECT_EQ(reason_not_to_start(std::nullopt),
+            u"\nNorvo Recovery is not installed completely: its bundle has no property list that "
+            u"names it. Please install it again.");
+}
+
 TEST(GetColorFromRGB, TakesRedBlueGreenInThisOrder) {
   const Color color = getColorFromRGB(255, 0, 128);
   EXPECT_EQ(color.red, 1.0F);

@@ -190,6 +190,36 @@ TEST_F(WindowSessionTest, ThePlaceholderOfTheResourcesIsNotOpened) {
   EXPECT_THAT(bench_.happened(), IsEmpty());
 }
 
+TEST_F(WindowSessionTest, TheNoticeAfterASearchNamesTheFolderOfWhatWasSaved) {
+  bench_.draw("xJaJ");
+  bench_.start_search(0);
+  ASSERT_TRUE(bench_.finish_search());
+  EXPECT_EQ(bench_.session->saved_notice().text, u"What was found and saved lies in this folder:");
+  EXPECT_EQ(bench_.session->saved_notice().place,
+            text_from_utf8_lossy(bench_.results("Photo Search").native()));
+}
+
+TEST_F(WindowSessionTest, TheNoticeAfterASearchInVainNamesTheSearch) {
+  bench_.draw("xJaJ");
+  bench_.start_search(0);
+  ASSERT_TRUE(bench_.finish_search());
+  bench_.session->clicked(Control::back_btn);
+  bench_.session->clicked(Control::back_btn);
+  bench_.draw("xaaa");
+  bench_.start_search(1);
+  ASSERT_TRUE(bench_.finish_search());
+  EXPECT_EQ(bench_.session->saved_notice().text, u"This search has saved no complete file:");
+  EXPECT_EQ(bench_.session->saved_notice().place, u"Video Search, entire disk sdb1");
+}
+
+TEST_F(WindowSessionTest, TheNoticeAfterASearchThatCouldNotSaveDoesNotSayOtherwise) {
+  bench_.draw("xJaJ");
+  write_file(bench_.destination, "a file where a folder is wanted");
+  bench_.start_search(0);
+  ASSERT_TRUE(bench_.finish_search());
+  EXPECT_EQ(bench_.session->saved_notice().text, u"This search has saved no complete file:");
+}
+
 TEST_F(WindowSessionTest, ADiskImageThatCannotBeReadIsToldOf) {
   bench_.session->disk_image_chosen(bench_.folder.path() / "miss\u202Eing.img");
   EXPECT_THAT(bench_.happened(),

@@ -91,9 +91,9 @@ class Desktop:
     def wait_for_window(self, title: str) -> None:
         self.wait_for_title(lambda active: title in active, f'the window "{title}"')
 
-    def wait_for_box_over(self, title: str) -> None:
-        self.wait_for_title(lambda active: bool(active) and title not in active,
-                            f'a box over "{title}"')
+    def wait_for_box(self, title: str) -> None:
+        """A message box: its title is exactly this one, unlike that of a window whose title goes on."""
+        self.wait_for_title(lambda active: active == title, f'the box "{title}"')
 
     def wait_for_title(self, matches: Callable[[str], bool], what: str) -> None:
         """Waits until the window with the keyboard has such a title, and keeps it: a notice may

@@ -84,13 +84,13 @@ class Window(Case):
             for number, original in enumerate(originals):
                 self.assertTrue(any(file.startswith(original) for file in found), number)
             desktop.key('alt+x')
-            desktop.wait_for_box_over(TITLE)
+            desktop.wait_for_box(TITLE)
             self.step(desktop, '7-leave')
             desktop.key('Escape')
             desktop.wait_for_window(f'{TITLE} - Photo Search')
             self.assertIsNone(program.poll())
             desktop.key('alt+x')
-            desktop.wait_for_box_over(TITLE)
+            desktop.wait_for_box(TITLE)
             desktop.key('Return')
             self.assertEqual(program.wait(PATIENCE), 0)
 
@@ -109,24 +109,36 @@ class Window(Case):
             desktop.key('alt+n')
             until(lambda: len(self.recovered()) == 2, 'the pictures')
             desktop.key('alt+x')
-            desktop.wait_for_box_over(TITLE)
+            desktop.wait_for_box(TITLE)
             desktop.key('Return')
             self.assertEqual(program.wait(PATIENCE), 0)
 
-    def test_a_bundle_whose_name_is_no_edition_says_so(self) -> None:
-        bundle = self.folder / 'Norvo Willow.app/Contents'
+    def copied_bundle(self, name: str, property_list: str | None) -> Path:
+        """The executable of a bundle of this name, with this property list or without one."""
+        bundle = self.folder / f'{name}.app/Contents'
         (bundle / 'MacOS').mkdir(parents=True)
-        copy = bundle / 'MacOS/Norvo Willow'
+        copy = bundle / 'MacOS' / name
         copy.write_bytes(executable('Spruce').read_bytes())
         copy.chmod(0o755)
-        (bundle / 'Info.plist').write_text(
-            (BUNDLES / 'Norvo Spruce.app/Contents/Info.plist').read_text()
-            .replace('Norvo Spruce', 'Norvo Willow'))
+        if property_list is not None:
+            (bundle / 'Info.plist').write_text(property_list)
+        return copy
+
+    def test_a_bundle_that_is_no_edition_says_so(self) -> None:
+        spruce = (BUNDLES / 'Norvo Spruce.app/Contents/Info.plist').read_text()
+        bundles = {
+            'Norvo Willow': spruce.replace('Norvo Spruce', 'Norvo Willow'),
+            'Norvo Spruce': None,
+            'Norvo Alder': spruce.replace('<key>CFBundleName</key>', '<key>Name</key>'),
+        }
         with Desktop() as desktop:
-            program = desktop.start(copy, 'a', 'b', 'c')
-            desktop.wait_for_window('Norvo Recovery')
-            desktop.key('Return')
-            self.assertEqual(program.wait(PATIENCE), 1)
+            for name, property_list in bundles.items():
+                with self.subTest(name):
+                    program = desktop.start(self.copied_bundle(name, property_list), 'a', 'b', 'c')
+                    desktop.wait_for_box('Norvo Recovery')
+                    self.step(desktop, f'8-{name}')
+                    desktop.key('Return')
+                    self.assertEqual(program.wait(PATIENCE), 1)
 
 
 if __name__ == '__main__':

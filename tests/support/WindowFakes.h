@@ -57,13 +57,15 @@ class FakeDesktop final : public Desktop {
  public:
   explicit FakeDesktop(EventLog& log) : log_(log) {}
 
+  bool has_programs = true;  // something can be started for what is opened
+
   bool open_path(const std::filesystem::path& path) override {
     log_.add("open " + path.string());
-    return true;
+    return has_programs;
   }
   bool open_address(TextView address) override {
     log_.add("open " + utf8_from_text(address));
-    return true;
+    return has_programs;
   }
   void copy_text(TextView text) override { log_.add("copy " + utf8_from_text(text)); }
   void terminate() override { log_.add("terminate"); }
@@ -72,7 +74,8 @@ class FakeDesktop final : public Desktop {
   EventLog& log_;
 };
 
-// 'alert "<message>" [Yes|No]', with the informative text behind it where there is one.
+// 'alert "<message>" [Yes|No]', with the informative text behind it where there is one. An
+// alternate button is told from the other one: [Yes|alternate Later|No].
 class FakePanel final : public AlertPanel {
  public:
   explicit FakePanel(EventLog& log) : log_(log) {}
@@ -83,9 +86,10 @@ class FakePanel final : public AlertPanel {
   AlertAnswer run(const Alert& alert) override {
     std::string entry =
         "alert \"" + utf8_from_text(alert.message) + "\" [" + utf8_from_text(alert.default_button);
-    for (const Text& button : {alert.alternate_button, alert.other_button}) {
-      if (!button.empty()) entry += "|" + utf8_from_text(button);
+    if (!alert.alternate_button.empty()) {
+      entry += "|alternate " + utf8_from_text(alert.alternate_button);
     }
+    if (!alert.other_button.empty()) entry += "|" + utf8_from_text(alert.other_button);
     entry += "]";
     if (!alert.informative_text.empty()) entry += " " + utf8_from_text(alert.informative_text);
     log_.add(std::move(entry));

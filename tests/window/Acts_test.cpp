@@ -2,9 +2,12 @@
 #include <QFileDialog>
 #include <QLineEdit>
 #include <QMimeData>
+#include <QScrollArea>
+#include <QScrollBar>
 #include <QSlider>
 #include <QTest>
 #include <QTimer>
+#include <QWheelEvent>
 
 #include "platform/qt/TableView.h"
 #include "window/WindowTest.h"
@@ -51,8 +54,11 @@ TEST_F(ActsTest, the_keyboard_presses_buttons_by_their_letters) {
 TEST_F(ActsTest, nothing_that_the_wizard_sets_is_told) {
   show(range_page);
   add_photos(3);
-  window->set_on(Control::rec_mode_Photo, true);
-  window->set_on(Control::Thro_Mode_Chk, true);
+  for (const Control control : {Control::rec_mode_Photo, Control::sector_range_rd,
+                                Control::select_unselect_Chk, Control::Thro_Mode_Chk}) {
+    window->set_on(control, true);
+    window->set_on(control, false);
+  }
   window->set_text(Control::Start_slider_val, u"17");
   window->set_text(Control::path, u"/tmp");
   window->set_range(Control::Start_Slider, 0, 500);
@@ -88,6 +94,50 @@ TEST_F(ActsTest, dragging_a_slider_to_its_end_gives_exactly_the_end) {
   slider().setSliderDown(false);
   EXPECT_EQ(window->value(Control::Start_Slider), most);
   EXPECT_FALSE(events.lines.empty());
+}
+
+// One notch upwards over the middle of `target`.
+void turn_wheel(QWidget& target) {
+  const QPointF place = target.rect().center();
+  QWheelEvent event(place, target.mapToGlobal(place), {}, QPoint(0, 120), Qt::NoButton, {},
+                    Qt::NoScrollPhase, false);
+  // As from the window system: only such events go on to what lies below.
+  QSpontaneKeyEvent::setSpontaneous(&event);
+  qApp->notify(&target, &event);
+}
+
+TEST_F(ActsTest, the_wheel_moves_a_slider_that_has_the_keyboard_and_no_other) {
+  show(range_page);
+  window->set_range(Control::Start_Slider, 0, 1e9);
+  window->set_value(Control::Start_Slider, 5e8);
+  find<QLineEdit>(Control::Start_slider_val).setFocus();
+  turn_wheel(slider());
+  EXPECT_EQ(events.lines, Lines{});
+  EXPECT_EQ(window->value(Control::Start_Slider), 5e8);
+  EXPECT_FALSE(slider().hasFocus());
+  slider().setFocus();
+  turn_wheel(slider());
+  EXPECT_EQ(events.lines, Lines{"changed _Start_Slider"});
+  EXPECT_GT(window->value(Control::Start_Slider), 5e8);
+}
+
+TEST_F(ActsTest, the_wheel_over_a_slider_scrolls_the_page) {
+  show(range_page);
+  window->resize(window->minimumSize());
+  for (const Control control : {Control::Destination_Box, Control::path, Control::browse_path,
+                                Control::Thro_Mode_Chk, Control::Thro_Mode_Info}) {
+    window->set_hidden(control, false);
+  }
+  QScrollArea* page = nullptr;
+  for (QWidget* above = &slider(); page == nullptr; above = above->parentWidget()) {
+    page = qobject_cast<QScrollArea*>(above);
+  }
+  page->widget()->setMinimumHeight(2 * window->height());
+  ASSERT_TRUE(wait_until([&] { return page->verticalScrollBar()->maximum() > 0; }));
+  page->verticalScrollBar()->setValue(page->verticalScrollBar()->maximum());
+  const int before = page->verticalScrollBar()->value();
+  turn_wheel(slider());
+  EXPECT_LT(page->verticalScrollBar()->value(), before);
 }
 
 TEST_F(ActsTest, typing_is_told_key_by_key) {

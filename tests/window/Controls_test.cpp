@@ -109,6 +109,21 @@ TEST_F(ControlsTest, boxes_and_radios_are_on_or_off_one_by_one) {
   EXPECT_FALSE(window->is_on(Control::next_btn));
 }
 
+TEST_F(ControlsTest, other_searches_than_for_photos_have_one_step_more) {
+  const auto has_step = [this](const QString& step) {
+    for (const QWidget* widget : window->findChildren<QWidget*>()) {
+      if (widget->accessibleName() == step) return true;
+    }
+    return false;
+  };
+  window->set_on(Control::rec_mode_Photo, true);
+  EXPECT_TRUE(has_step("Step 1 of 3: Drive"));
+  window->set_on(Control::rec_mode_Photo, false);
+  EXPECT_TRUE(has_step("Step 1 of 4: Drive"));
+  window->set_on(Control::rec_mode_Photo, true);
+  EXPECT_TRUE(has_step("Step 1 of 3: Drive"));
+}
+
 TEST_F(ControlsTest, values_come_back_exactly_and_outside_ones_move_to_the_nearer_end) {
   const double most = 9223372036854775808.0;
   for (const Control slider : {Control::Start_Slider, Control::End_Slider_Sig}) {

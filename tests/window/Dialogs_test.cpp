@@ -54,7 +54,7 @@ class AlertTest : public testing::Test {
     when_shown<QMessageBox>(u"alert"_s, std::move(act));
     return panel.run(alert);
   }
-  QtAlertPanel panel;
+  QtAlertPanel panel{u"Norvo Recovery for Cameras"};
 };
 
 TEST_F(AlertTest, shows_the_texts_exactly) {
@@ -67,6 +67,13 @@ TEST_F(AlertTest, shows_the_texts_exactly) {
   answer(notice, [](QMessageBox& box) {
     EXPECT_EQ(to_text(box.text()), notice.message);
     EXPECT_EQ(box.buttons().size(), 1);
+    box.close();
+  });
+}
+
+TEST_F(AlertTest, is_titled_as_the_panel_says) {
+  answer(notice, [](QMessageBox& box) {
+    EXPECT_EQ(box.windowTitle(), "Norvo Recovery for Cameras");
     box.close();
   });
 }
@@ -99,6 +106,13 @@ TEST_F(AlertTest, escape_and_closing_change_nothing) {
   EXPECT_EQ(answer(notice, close), AlertAnswer::default_button);
 }
 
+const QLabel* label_of(const QWidget& dialog, const QString& text) {
+  for (const QLabel* label : dialog.findChildren<QLabel*>()) {
+    if (label->text() == text) return label;
+  }
+  return nullptr;
+}
+
 class NoticesTest : public WindowTest {
  protected:
   NoticesTest()
@@ -109,7 +123,10 @@ class NoticesTest : public WindowTest {
              .web_address = u"https://www.norvo.example/one",
              .web_address_2 = u"https://www.norvo.example/two",
              .pages = {u"One", u"Two", u"Three", u"Four"}},
-            [] { return Text(u"/home/anna/Found"); },
+            [] {
+              return SavedNotice{
+                  .text = u"Saved here:", .place = u"/home/anna/Found", .advice = u"Look at some."};
+            },
             [this](std::string_view name) { clicks.emplace_back(name); }) {}
 
   QWidget* notice_window(const QString& name) { return window->findChild<QWidget*>(name); }
@@ -126,6 +143,21 @@ TEST_F(NoticesTest, a_notice_stays_up_after_its_button_until_it_is_hidden) {
   EXPECT_FALSE(notice_window(u"Browse_Info"_s)->isVisible());
 }
 
+TEST_F(NoticesTest, a_notice_that_is_run_keeps_the_person_from_the_rest) {
+  window->show();
+  const auto is_modal = [](QDialog& dialog) {
+    EXPECT_EQ(dialog.windowModality(), Qt::ApplicationModal) << dialog.objectName().toStdString();
+    EXPECT_EQ(QApplication::activeModalWidget(), &dialog);
+    dialog.close();
+  };
+  when_shown<QDialog>(u"Browse_Info"_s, is_modal);
+  notices.run_Browse_Info();
+  when_shown<QDialog>(u"SaveFile_Info"_s, is_modal);
+  notices.run_SaveFile_Info();
+  when_shown<QDialog>(u"Help_Support"_s, is_modal);
+  notices.run_Help_Support();
+}
+
 TEST_F(NoticesTest, closing_a_notice_is_not_its_button) {
   when_shown<QDialog>(u"Browse_Info"_s, [](QDialog& dialog) { dialog.close(); });
   EXPECT_EQ(notices.run_Browse_Info(), 0);
@@ -135,13 +167,11 @@ TEST_F(NoticesTest, closing_a_notice_is_not_its_button) {
   EXPECT_FALSE(notice_window(u"SaveFile_Info"_s)->isVisible());
 }
 
-TEST_F(NoticesTest, the_end_of_a_search_names_folder_and_support) {
+TEST_F(NoticesTest, the_end_of_a_search_tells_what_became_of_it_and_names_the_support) {
   when_shown<QDialog>(u"SaveFile_Info"_s, [](QDialog& dialog) {
-    bool names_folder = false;
-    for (const QLabel* label : dialog.findChildren<QLabel*>()) {
-      names_folder = names_folder || label->text() == u"/home/anna/Found";
+    for (const QString& text : {u"Saved here:"_s, u"/home/anna/Found"_s, u"Look at some."_s}) {
+      EXPECT_NE(label_of(dialog, text), nullptr) << text.toStdString();
     }
-    EXPECT_TRUE(names_folder);
     press(dialog, u"Open_Support_Mail"_s);
     press(dialog, u"OK_Btn"_s);
   });
@@ -166,6 +196,48 @@ TEST_F(NoticesTest, the_loading_notice_is_there_between_show_and_hide) {
   EXPECT_FALSE(notice_window(u"LoadDrive_Modeless"_s)->isWindow()) << "the keyboard stays";
   notices.hide_LoadDrive();
   EXPECT_FALSE(notice_window(u"LoadDrive_Modeless"_s)->isVisible());
+}
+
+// Counts the events of one type that a widget gets.
+class EventCounter : public QObject {
+ public:
+  EventCounter(QWidget& widget, QEvent::Type type) : type_(type) {
+    widget.installEventFilter(this);
+  }
+  int count = 0;
+
+ protected:
+  bool eventFilter(QObject* /*watched*/, QEvent* event) override {
+    if (event->type() == type_) ++count;
+    return false;
+  }
+
+ private:
+  QEvent::Type type_;
+};
+
+TEST_F(NoticesTest, the_loading_notice_is_drawn_before_the_rebuild_begins) {
+  show({});
+  const EventCounter drawn(*notice_window(u"LoadDrive_Modeless"_s), QEvent::Paint);
+  bool rest_was_done = false;
+  QMetaObject::invokeMethod(
+      window.get(), [&] { rest_was_done = true; }, Qt::QueuedConnection);
+  notices.show_LoadDrive();
+  EXPECT_GT(drawn.count, 0);
+  EXPECT_TRUE(rest_was_done) << "what the system must do for it";
+}
+
+TEST_F(NoticesTest, the_main_window_comes_to_the_front_after_the_rebuild) {
+  show({});
+  QWidget other;
+  other.show();
+  other.activateWindow();
+  ASSERT_TRUE(QTest::qWaitForWindowActive(&other));
+  notices.show_LoadDrive();
+  const EventCounter raised(*window, QEvent::ZOrderChange);
+  notices.hide_LoadDrive();
+  EXPECT_EQ(raised.count, 1);
+  EXPECT_TRUE(QTest::qWaitForWindowActive(window.get()));
 }
 
 TEST_F(NoticesTest, the_clearing_notice_leaves_the_window_to_the_person) {
@@ -195,6 +267,22 @@ TEST_F(NoticesTest, the_contact_dialog_tells_each_of_its_buttons) {
   EXPECT_FALSE(notice_window(u"Help_Support"_s)->isVisible());
 }
 
+TEST_F(NoticesTest, each_address_of_the_contact_dialog_stands_below_what_it_is) {
+  const QWidget& dialog = *notice_window(u"Help_Support"_s);
+  const auto caption_of = [&dialog](const QString& address) {
+    const QLabel* const shown = label_of(dialog, address);
+    for (const QLabel* label : dialog.findChildren<QLabel*>()) {
+      if (shown != nullptr && label->geometry().bottom() + 1 == shown->geometry().top()) {
+        return label->text();
+      }
+    }
+    return QString();
+  };
+  notice_window(u"Help_Support"_s)->layout()->activate();
+  EXPECT_EQ(caption_of(u"https://www.norvo.example/one"_s), u"Web");
+  EXPECT_EQ(caption_of(u"https://www.norvo.example/two"_s), u"This edition");
+}
+
 TEST_F(NoticesTest, the_support_address_is_a_link_wherever_it_stands) {
   for (const QString& dialog : {u"Help_Support"_s, u"SaveFile_Info"_s}) {
     const auto* const link = notice_window(dialog)->findChild<QPushButton*>(u"Open_Support_Mail"_s);
@@ -215,6 +303,19 @@ TEST_F(NoticesTest, the_folder_chooser_gives_a_folder_or_nothing) {
   EXPECT_TRUE(std::filesystem::equivalent(*chosen, testing::TempDir()));
   when_shown<QFileDialog>(u"folder_chooser"_s, [](QFileDialog& dialog) { dialog.reject(); });
   EXPECT_EQ(notices.choose_folder(), std::nullopt);
+}
+
+TEST_F(NoticesTest, the_folder_chooser_is_a_sheet_with_folders_only) {
+  when_shown<QFileDialog>(u"folder_chooser"_s, [this](QFileDialog& dialog) {
+    EXPECT_TRUE(dialog.testOption(QFileDialog::ShowDirsOnly));
+    EXPECT_EQ(dialog.fileMode(), QFileDialog::Directory) << "one folder";
+    EXPECT_FALSE(dialog.testOption(QFileDialog::ReadOnly)) << "new ones can be made";
+    EXPECT_FALSE(dialog.testOption(QFileDialog::DontResolveSymlinks));
+    EXPECT_EQ(dialog.windowModality(), Qt::WindowModal);
+    EXPECT_EQ(dialog.parentWidget(), window.get());
+    dialog.reject();
+  });
+  notices.choose_folder();
 }
 
 }  // namespace

@@ -77,7 +77,8 @@ void save_dialogs(norvo::WindowShowcase& showcase, const Shots& shots) {
        .web_address_2 = u"https://www.norvo.example/help",
        .pages = {u"Product Page", u"Questions", u"Order", u"Other Programs"}},
       [] {
-        return norvo::Text(u"/home/anna/Pictures/Recovered/Norvo Spruce Results/Photo Search");
+        return norvo::saved_notice(
+            {}, true, "/home/anna/Pictures/Recovered/Norvo Spruce Results/Photo Search");
       },
       [](std::string_view) {});
   shots.save_dialog(u"Browse_Info"_s, u"dialog_browse"_s, [&] { notices.run_Browse_Info(); });
@@ -92,7 +93,7 @@ void save_dialogs(norvo::WindowShowcase& showcase, const Shots& shots) {
   shots.save(*showcase.window().findChild<QWidget*>(u"ClearPreview_Modeless"_s),
              u"dialog_clearing"_s);
   notices.hide_ClearPreview();
-  norvo::QtAlertPanel panel;
+  norvo::QtAlertPanel panel(u"Norvo Recovery for Memory Cards");
   shots.save_dialog(u"alert"_s, u"dialog_message"_s, [&] {
     panel.run({.message = u"\nPlease select a storage media from list.",
                .default_button = u"OK",
@@ -119,7 +120,6 @@ int main(int argc, char** argv) {
     return 2;
   }
   if (arguments[1] == u"dark") QApplication::setPalette(dark_palette());
-  QApplication::setApplicationDisplayName(u"Norvo Recovery for Memory Cards"_s);
   norvo::Look::install(application);
   const std::filesystem::path folder(QApplication::applicationDirPath().toStdString());
   norvo::WindowShowcase showcase(arguments[2].toStdString(), folder / "norvo-decoder");

@@ -149,6 +149,20 @@ TEST_P(OpenFolder, OpensTheResultsOfItsSearchType) {
   EXPECT_THAT(bench.happened(), ElementsAre("open " + results.string()));
 }
 
+TEST(OpenFolder, SaysWhichFolderToOpenWhereNothingOpensIt) {
+  const TemporaryFolder folder;
+  const std::string results = (folder.path() / "Norvo Results/Photo Search").string();
+  fs::create_directories(results);
+  WizardHarness bench;
+  bench.view.type(Control::path, text_from_utf8_lossy(folder.path().native()));
+  bench.desktop.has_programs = false;
+  bench.destination.Open_Folder_btn();
+  EXPECT_THAT(bench.happened(), ElementsAre("open " + results,
+                                            told("No program could be started to open this. Please "
+                                                 "open it yourself:\n\n" +
+                                                 results)));
+}
+
 TEST(OpenFolder, AFileInItsPlaceIsNoFolder) {
   const TemporaryFolder folder;
   fs::create_directories(folder.path() / "Norvo Results");

@@ -34,6 +34,9 @@ TEST(ExitQuestion, AnythingElseChangesNothing) {
   EXPECT_THAT(bench.happened(), ElementsAre(exit_question, exit_question));
 }
 
+const std::string open_yourself =
+    "No program could be started to open this. Please open it yourself:\n\n";
+
 class HelpTest : public testing::Test {
  protected:
   HelpAndContact help() {
@@ -53,6 +56,14 @@ TEST_F(HelpTest, OpensTheHelpFile) {
   write_file(folder_.path() / "Help.pdf", "help");
   help().Help_btn();
   EXPECT_THAT(bench_.happened(), ElementsAre("open " + (folder_.path() / "Help.pdf").string()));
+}
+
+TEST_F(HelpTest, SaysWhereTheHelpFileIsWhenNothingOpensIt) {
+  const std::string file = (folder_.path() / "Help.pdf").string();
+  write_file(file, "help");
+  bench_.desktop.has_programs = false;
+  help().Help_btn();
+  EXPECT_THAT(bench_.happened(), ElementsAre("open " + file, told(open_yourself + file)));
 }
 
 TEST_F(HelpTest, SaysThatTheHelpFileIsMissing) {
@@ -82,11 +93,34 @@ TEST_F(HelpTest, OtherButtonsOpenTheirAddress) {
                            "Open_Page_3", "Open_Page_4"}) {
     contact.contact_clicked(name);
   }
+  EXPECT_THAT(
+      bench_.happened(),
+      ElementsAre("open mailto:help@norvo.example?subject=Question",
+                  "open mailto:sell@norvo.example", "open https://norvo.example",
+                  "open https://norvo.example/spruce", "open https://norvo.example/spruce/help",
+                  "open https://norvo.example/spruce/order"));
+}
+
+TEST_F(HelpTest, AnAddressThatNothingOpensIsToldOf) {
+  bench_.desktop.has_programs = false;
+  HelpAndContact contact = help();
+  contact.contact_clicked("Open_Page_3");
   EXPECT_THAT(bench_.happened(),
-              ElementsAre("open mailto:help@norvo.example?subject=Question",
-                          "open mailto:sell@norvo.example", "open https://norvo.example",
-                          "open https://norvo.example/spruce", "open https://norvo.example/spruce/help",
-                          "open https://norvo.example/spruce/order"));
+              ElementsAre("open https://norvo.example/spruce/help",
+                          told(open_yourself + "https://norvo.example/spruce/help")));
+}
+
+TEST_F(HelpTest, WithoutAMailProgramTheMailboxIsToldAlone) {
+  const std::string write_yourself =
+      "No mail program could be started. Please write to this address yourself:\n\n";
+  bench_.desktop.has_programs = false;
+  HelpAndContact contact = help();
+  contact.contact_clicked("Open_Support_Mail");
+  EXPECT_THAT(bench_.happened(), ElementsAre("open mailto:help@norvo.example?subject=Question",
+                                             told(write_yourself + "help@norvo.example")));
+  contact.contact_clicked("Open_Reseller_Mail");
+  EXPECT_THAT(bench_.happened(), ElementsAre("open mailto:sell@norvo.example",
+                                             told(write_yourself + "sell@norvo.example")));
 }
 
 TEST_F(HelpTest, OtherNamesDoNothing) {

@@ -106,5 +106,18 @@ TEST_F(MessageBoxesTest, AMessageIsLostWhenTheMainThreadTakesNoMoreWork) {
   EXPECT_THAT(log_.entries(), ElementsAre("worker goes on"));
 }
 
+TEST_F(MessageBoxesTest, AQuestionIsAnsweredWithNoWhenTheMainThreadTakesNoMoreWork) {
+  EXPECT_TRUE(boxes_.Show_YES_NO_MessageBox(u"Before?")) << "its answer must not stand for later";
+  main_thread_.close();
+  bool answer = true;
+  std::thread worker([&] {
+    answer = boxes_.Show_YES_NO_MessageBox(u"Lost?");
+    log_.add("worker goes on");
+  });
+  worker.join();
+  EXPECT_FALSE(answer);
+  EXPECT_THAT(log_.entries(), ElementsAre("alert \"Before?\" [Yes|No]", "worker goes on"));
+}
+
 }  // namespace
 }  // namespace norvo::test

@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "wizard/ScreenLists.h"
 #include "wizard/WizardHarness.h"
 
 namespace norvo::test {
@@ -38,7 +39,7 @@ class ResultViewsTest : public testing::Test {
   }
 
   WizardHarness bench_;
-  ResultViews views_{bench_.view,    bench_.state,   bench_.desktop,
+  ResultViews views_{bench_.view,    bench_.state,   bench_.desktop,      bench_.boxes,
                      bench_.gallery, bench_.preview, "/app/NoPreview.png"};
 };
 
@@ -61,6 +62,16 @@ TEST_F(ResultViewsTest, ADoubleClickOpensTheFile) {
   views_.cellWasDoubleClickedAtIndex(Control::imageBrowser, 1);
   views_.cellWasDoubleClickedAtIndex(Control::imageBrowser_2, 5);
   EXPECT_THAT(bench_.happened(), ElementsAre("open /out/b", "open /out/f"));
+}
+
+TEST_F(ResultViewsTest, AFileThatNothingOpensIsToldOf) {
+  bench_.desktop.has_programs = false;
+  add("/out/x\u202Ey");
+  views_.cellWasDoubleClickedAtIndex(Control::imageBrowser_2, 6);
+  EXPECT_THAT(
+      bench_.happened(),
+      ElementsAre("open /out/x\u202Ey", told("No program could be started to open this. Please "
+                                             "open it yourself:\n\n/out/x\uFFFDy")));
 }
 
 TEST_F(ResultViewsTest, ADoubleClickOnAPlaceholderDoesNothingInTheGalleryOnly) {

@@ -16,6 +16,12 @@ namespace {
 using testing::ElementsAre;
 using testing::IsEmpty;
 
+const std::string about_range =
+    "Only the sectors from the start up to, not including, the end are searched. A sector is 512 "
+    "bytes.";
+const std::string about_far_sectors =
+    " Sectors beyond 2147483647 can only be typed: there the sliders write 2147483647.";
+
 struct RangePage {
   std::int32_t mode;
   SettingsPage page;
@@ -67,7 +73,7 @@ TEST_P(RangeControls, ChoosingARangeResetsAndShowsIt) {
                   "range " + named("_End_Slider") + " 0 to 1000",
                   "value " + named("_End_Slider") + " 1000", text("_End_Sec_Min_val", "0"),
                   text("_End_Sec_Max_val", "1000"), text("_End_slider_val", "1000"),
-                  shown(range_lines(GetParam().suffix))));
+                  text("_Sector_Range_Info", about_range), shown(range_lines(GetParam().suffix))));
 }
 
 TEST_P(RangeControls, ChoosingTheEntireDiskHidesTheRangeAndLeavesItAlone) {
@@ -101,6 +107,18 @@ TEST_P(RangeControls, TheChoiceOfOnePageLeavesTheOtherAlone) {
   EXPECT_TRUE(bench_.view.is_on(on_page(Control::entire_disk_rd, other)));
   EXPECT_FALSE(bench_.view.is_on(on_page(Control::sector_range_rd, other)));
   EXPECT_TRUE(bench_.view.is_hidden(on_page(Control::Start_Slider, other)));
+}
+
+TEST_P(RangeControls, OnlyADriveWithSectorsThatNoSliderReachesIsSaidToHaveThem) {
+  const auto said_of = [this](TextView sectors) {
+    bench_.view.type(on(Control::end_sector_entire_val), Text(sectors));
+    bench_.range.Sector_Range_Radio(page());
+    return utf8_from_text(field(Control::Sector_Range_Info));
+  };
+  EXPECT_EQ(said_of(u"2147483647"), about_range);
+  EXPECT_EQ(said_of(u"2147483648"), about_range + about_far_sectors);
+  EXPECT_EQ(said_of(u"8589934592"), about_range + about_far_sectors);
+  EXPECT_EQ(said_of(u"1000"), about_range) << "another drive was chosen";
 }
 
 TEST_P(RangeControls, TheTextFollowsItsSlider) {

@@ -15,9 +15,15 @@ void report_acts(const ControlTable& table, WizardEvents* const& events) {
       if (events != nullptr) events->changed(control);
     };
     if (auto* button = qobject_cast<QAbstractButton*>(widget)) {
-      QObject::connect(button, &QAbstractButton::clicked, button, [&events, control] {
+      const auto tell_clicked = [&events, control] {
         if (events != nullptr) events->clicked(control);
-      });
+      };
+      // A screen reader toggles a box or radio without a click.
+      if (button->isCheckable()) {
+        QObject::connect(button, &QAbstractButton::toggled, button, tell_clicked);
+      } else {
+        QObject::connect(button, &QAbstractButton::clicked, button, tell_clicked);
+      }
     } else if (auto* slider = dynamic_cast<ExactSlider*>(widget)) {
       slider->on_moved(tell_changed);
     } else if (auto* field = qobject_cast<QLineEdit*>(widget)) {

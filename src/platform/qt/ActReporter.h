@@ -1,5 +1,6 @@
 // Tells WizardEvents what the person does with the window's buttons, sliders and text fields, by
-// signals that a set value never sends. Main thread.
+// signals that a set value never sends. What a screen reader does for the person is the person's
+// act. Main thread.
 #pragma once
 
 #include "platform/qt/ControlTable.h"

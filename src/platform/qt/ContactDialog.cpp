@@ -30,7 +30,7 @@ ContactDialog::ContactDialog(const ContactTexts& texts,
       clicked_(std::move(clicked)) {
   add_row(u"Support"_s, texts.support_address, "Copy_Email", "Open_Support_Mail");
   add_row(u"Web"_s, texts.web_address, "Copy_URL", nullptr);
-  add_row(u"Help on the web"_s, texts.web_address_2, "Copy_URL_2", nullptr);
+  add_row(u"This edition"_s, texts.web_address_2, "Copy_URL_2", nullptr);
   add_row(u"Resellers"_s, texts.reseller_address, nullptr, "Open_Reseller_Mail");
   auto* pages = new QGridLayout;
   pages->setSpacing(unit);

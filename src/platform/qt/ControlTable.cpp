@@ -123,6 +123,8 @@ void ControlTable::set_enabled(Control control, bool enabled) {
 void ControlTable::set_on(Control control, bool on) {
   auto* const button = qobject_cast<QAbstractButton*>(widget(control));
   if (button == nullptr || !button->isCheckable()) return;
+  // Only what the person does is told.
+  const QSignalBlocker quiet(button);
   button->setChecked(on);
 }
 

@@ -25,6 +25,8 @@ class ExactValue {
     show_value();
   }
 
+  double minimum() const { return minimum_; }
+  double maximum() const { return maximum_; }
   double value() const { return value_; }
 
   // The value's place in the range, 0 to 1; 0 in an empty range. Nothing while it is not known.

@@ -2,7 +2,6 @@
 
 #include <QCloseEvent>
 #include <QPushButton>
-#include <QRadioButton>
 #include <QVBoxLayout>
 #include <utility>
 
@@ -51,9 +50,6 @@ MainWindow::MainWindow(WindowContent content) : header_(new Header(controls_)), 
   check_list_->table().source_model().on_ticked([this](std::size_t row, bool on) {
     if (events_ != nullptr) events_->ticked(row, on);
   });
-  const auto* const photos = qobject_cast<QRadioButton*>(&widget(Control::rec_mode_Photo));
-  connect(photos, &QRadioButton::toggled, this,
-          [this](bool photos_only) { header_->show_file_types(!photos_only); });
   setMinimumSize(900, 600);
   resize(1080, 720);
 }
@@ -150,6 +146,7 @@ void MainWindow::set_enabled(Control control, bool enabled) {
 
 void MainWindow::set_on(Control control, bool on) {
   controls_.set_on(control, on);
+  if (control == Control::rec_mode_Photo) header_->show_file_types(!on);
 }
 
 bool MainWindow::is_on(Control control) const {

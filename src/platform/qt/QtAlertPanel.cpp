@@ -41,7 +41,7 @@ void lift_text(QMessageBox& box) {
 AlertAnswer QtAlertPanel::run(const Alert& alert) {
   QMessageBox box(QApplication::activeWindow());
   box.setObjectName(u"alert"_s);
-  box.setWindowTitle(QApplication::applicationDisplayName());
+  box.setWindowTitle(to_qt(title_));
   box.setTextFormat(Qt::PlainText);
   box.setText(to_qt(alert.message));
   box.setInformativeText(to_qt(alert.informative_text));

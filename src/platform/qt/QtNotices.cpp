@@ -28,13 +28,13 @@ NoticeWindow* make_sheet(const NoticeWindow::Look& look, QWidget& window) {
 
 }  // namespace
 
-QtNotices::QtNotices(QWidget& window, ContactTexts contact, std::function<Text()> saved_place,
+QtNotices::QtNotices(QWidget& window, ContactTexts contact, std::function<SavedNotice()> saved,
                      std::function<void(std::string_view)> clicked)
     : window_(window),
       contact_(std::move(contact)),
-      saved_place_(std::move(saved_place)),
+      saved_(std::move(saved)),
       clicked_(std::move(clicked)) {
-  browse_info_ = new NoticeWindow(
+  BrowseInfo_Window_ = new NoticeWindow(
       {.object_name = u"Browse_Info"_s,
        .icon = u"drive"_s,
        .title = u"Choose a folder on another drive"_s,
@@ -45,18 +45,18 @@ QtNotices::QtNotices(QWidget& window, ContactTexts contact, std::function<Text()
        .button_caption = u"&Continue"_s},
       &window_);
   make_save_file_info();
-  load_drive_ = make_sheet({.object_name = u"LoadDrive_Modeless"_s,
-                            .icon = u"card"_s,
-                            .title = u"Looking for drives…"_s,
-                            .text = u"This takes a moment."_s,
-                            .button_name = {},
-                            .button_caption = {}},
-                           window_);
+  LoadDisk_Window_ = make_sheet({.object_name = u"LoadDrive_Modeless"_s,
+                                 .icon = u"card"_s,
+                                 .title = u"Looking for drives…"_s,
+                                 .text = u"This takes a moment."_s,
+                                 .button_name = {},
+                                 .button_caption = {}},
+                                window_);
   auto* busy = new ExactProgressBar;
   busy->setAccessibleName(u"Looking for drives"_s);
   busy->set_value(std::nullopt);
-  load_drive_->more().addWidget(busy);
-  clear_preview_ =
+  LoadDisk_Window_->more().addWidget(busy);
+  ClearPreview_Window_ =
       make_sheet({.object_name = u"ClearPreview_Modeless"_s,
                   .icon = u"photo"_s,
                   .title = u"Making room for more photos…"_s,
@@ -66,39 +66,37 @@ QtNotices::QtNotices(QWidget& window, ContactTexts contact, std::function<Text()
                   .button_name = {},
                   .button_caption = {}},
                  window_);
-  help_support_ = new ContactDialog(contact_, clicked_, &window_);
+  HelpWindow_ = new ContactDialog(contact_, clicked_, &window_);
 }
 
 void QtNotices::make_save_file_info() {
-  save_file_info_ = new NoticeWindow({.object_name = u"SaveFile_Info"_s,
-                                      .icon = u"check"_s,
-                                      .title = u"The search has ended"_s,
-                                      .text = u"What was found is saved in this folder:"_s,
-                                      .button_name = u"OK_Btn"_s,
-                                      .button_caption = u"&OK"_s},
-                                     &window_);
+  SaveFile_Info_Window_ = new NoticeWindow({.object_name = u"SaveFile_Info"_s,
+                                            .icon = u"check"_s,
+                                            .title = u"The search has ended"_s,
+                                            .text = {},
+                                            .button_name = u"OK_Btn"_s,
+                                            .button_caption = u"&OK"_s},
+                                           &window_);
   saved_path_ = new ElidedLabel;
   scale_font(*saved_path_, 1.0, QFont::DemiBold);
-  auto* advice = new QuietLabel(
-      u"Open some of the files to see whether they are complete. Is something missing? A search "
-      u"with other settings may find it, and we are glad to help."_s);
+  saved_advice_ = new QuietLabel;
   saved_path_->setFixedWidth(NoticeWindow::text_width);
-  advice->setFixedWidth(NoticeWindow::text_width);
-  save_file_info_->more().addWidget(saved_path_);
-  save_file_info_->more().addWidget(advice);
+  saved_advice_->setFixedWidth(NoticeWindow::text_width);
+  SaveFile_Info_Window_->more().addWidget(saved_path_);
+  SaveFile_Info_Window_->more().addWidget(saved_advice_);
   if (contact_.support_address.empty()) return;
   auto* support = new MailLink(contact_.support_address, u"Open_Support_Mail"_s);
-  QObject::connect(support, &QPushButton::clicked, save_file_info_,
+  QObject::connect(support, &QPushButton::clicked, SaveFile_Info_Window_,
                    [this] { clicked_("Open_Support_Mail"); });
-  save_file_info_->more().addWidget(support, 0, Qt::AlignLeft);
+  SaveFile_Info_Window_->more().addWidget(support, 0, Qt::AlignLeft);
 }
 
 int QtNotices::run_Browse_Info() {
-  return browse_info_->run();
+  return BrowseInfo_Window_->run();
 }
 
 void QtNotices::hide_Browse_Info() {
-  browse_info_->hide();
+  BrowseInfo_Window_->hide();
 }
 
 std::optional<std::filesystem::path> QtNotices::choose_folder() {
@@ -112,12 +110,15 @@ std::optional<std::filesystem::path> QtNotices::choose_folder() {
 }
 
 int QtNotices::run_SaveFile_Info() {
-  saved_path_->setText(to_qt(saved_place_()));
-  return save_file_info_->run();
+  const SavedNotice saved = saved_();
+  SaveFile_Info_Window_->set_text(to_qt(saved.text));
+  saved_path_->setText(to_qt(saved.place));
+  saved_advice_->setText(to_qt(saved.advice));
+  return SaveFile_Info_Window_->run();
 }
 
 void QtNotices::close_SaveFile_Info() {
-  save_file_info_->hide();
+  SaveFile_Info_Window_->hide();
 }
 
 void QtNotices::show_sheet(NoticeWindow& sheet) {
@@ -130,29 +131,29 @@ void QtNotices::show_sheet(NoticeWindow& sheet) {
 }
 
 void QtNotices::show_LoadDrive() {
-  show_sheet(*load_drive_);
+  show_sheet(*LoadDisk_Window_);
   // The rebuild keeps the event loop busy, so it is drawn and sent to the screen now.
-  load_drive_->repaint();
+  LoadDisk_Window_->repaint();
   QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
 }
 
 void QtNotices::hide_LoadDrive() {
-  load_drive_->hide();
+  LoadDisk_Window_->hide();
   window_.raise();
   window_.activateWindow();
 }
 
 void QtNotices::show_ClearPreview() {
-  show_sheet(*clear_preview_);
+  show_sheet(*ClearPreview_Window_);
 }
 
 void QtNotices::hide_ClearPreview() {
-  clear_preview_->hide();
+  ClearPreview_Window_->hide();
 }
 
 void QtNotices::run_Help_Support() {
-  help_support_->run();
-  help_support_->hide();
+  HelpWindow_->run();
+  HelpWindow_->hide();
 }
 
 }  // namespace norvo

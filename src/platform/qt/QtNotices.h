@@ -9,15 +9,16 @@
 #include "platform/qt/Labels.h"
 #include "platform/qt/NoticeWindow.h"
 #include "wizard/Notices.h"
+#include "wizard/SavedNotice.h"
 
 namespace norvo {
 
 class QtNotices : public Notices {
  public:
-  // The notices belong to `window`, which outlives this object or dies with it. `saved_place` says
-  // where the files of the search are, asked when that is shown. `clicked` hears the name of each
+  // The notices belong to `window`, which outlives this object or dies with it. `saved` says
+  // what the notice after a search tells, asked when it is shown. `clicked` hears the name of each
   // button of the contact dialog, and "Open_Support_Mail" of the support address after a search.
-  QtNotices(QWidget& window, ContactTexts contact, std::function<Text()> saved_place,
+  QtNotices(QWidget& window, ContactTexts contact, std::function<SavedNotice()> saved,
             std::function<void(std::string_view name)> clicked);
 
   int run_Browse_Info() override;
@@ -37,14 +38,15 @@ class QtNotices : public Notices {
 
   QWidget& window_;
   ContactTexts contact_;
-  std::function<Text()> saved_place_;
+  std::function<SavedNotice()> saved_;
   std::function<void(std::string_view)> clicked_;
-  NoticeWindow* browse_info_;
-  NoticeWindow* save_file_info_ = nullptr;
+  NoticeWindow* BrowseInfo_Window_;
+  NoticeWindow* SaveFile_Info_Window_ = nullptr;
   ElidedLabel* saved_path_ = nullptr;
-  NoticeWindow* load_drive_;
-  NoticeWindow* clear_preview_;
-  ContactDialog* help_support_;
+  QuietLabel* saved_advice_ = nullptr;
+  NoticeWindow* LoadDisk_Window_;
+  NoticeWindow* ClearPreview_Window_;
+  ContactDialog* HelpWindow_;
 };
 
 }  // namespace norvo

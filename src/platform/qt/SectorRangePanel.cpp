@@ -7,8 +7,10 @@
 
 #include "platform/qt/ExactSlider.h"
 #include "platform/qt/Labels.h"
+#include "platform/qt/QtText.h"
 #include "platform/qt/Theme.h"
 #include "platform/qt/TitledBox.h"
+#include "wizard/GuidanceTexts.h"
 
 namespace norvo {
 namespace {
@@ -36,11 +38,9 @@ SectorRangePanel::SectorRangePanel(ControlTable& controls, SettingsPage page) {
   auto* column = new QVBoxLayout(this);
   column->setContentsMargins(0, 0, 0, 0);
   column->setSpacing(12);
-  column->addWidget(controls.add(
-      on_page(Control::Sector_Range_Info, page),
-      new QuietLabel(u"Only the sectors from the start up to, not including, the end are searched. "
-                     u"A sector is 512 bytes."_s),
-      u"About the sector range"_s));
+  column->addWidget(controls.add(on_page(Control::Sector_Range_Info, page),
+                                 new QuietLabel(to_qt(guidance::about_range)),
+                                 u"About the sector range"_s));
   auto* row = new QHBoxLayout;
   row->setSpacing(3 * unit);
   row->addWidget(

@@ -20,8 +20,10 @@ namespace {
 // Behind the program's path and the three marks of its start.
 constexpr int first_image = 4;
 
+constexpr TextView program_name = u"Norvo Recovery";
+
 int refuse_to_start(TextView message) {
-  QtAlertPanel panel;
+  QtAlertPanel panel(program_name);
   static_cast<void>(panel.run({.message = Text(message),
                                .default_button = u"OK",
                                .alternate_button = {},
@@ -42,21 +44,12 @@ void name_menu_entry(const Text& bundle_identifier) {
 
 int run_window_application(int argc, char** argv, DeviceOpener& opener) {
   QApplication application(argc, argv);
-  QApplication::setApplicationName(QStringLiteral("Norvo Recovery"));
+  QApplication::setApplicationName(to_qt(program_name));
   QApplication::setQuitOnLastWindowClosed(false);
   Look::install(application);
   const fs::path bundle = main_bundle_path(executable_folder().native());
   const std::optional<Text> name = read_bundle_property(bundle, "CFBundleName");
-  if (!name) {
-    return refuse_to_start(
-        u"\nNorvo Recovery is not installed completely: its bundle has no readable property list. "
-        u"Please install it again.");
-  }
-  if (!select_edition(*name).is_edition()) {
-    return refuse_to_start(u"\n\u201C" + displayable(*name) +
-                           u"\u201D names no edition of Norvo Recovery: its name holds none of "
-                           u"Alder, Birch, Cedar, Larch, Maple, Rowan and Spruce.");
-  }
+  if (const auto reason = reason_not_to_start(name)) return refuse_to_start(*reason);
   const Text identifier = read_bundle_property(bundle, "CFBundleIdentifier").value_or(Text());
   name_menu_entry(identifier);
   WindowProgram program({.bundle_name = *name,

@@ -14,8 +14,9 @@ WindowProgram::WindowProgram(WindowSurroundings surroundings)
       thumbnails_(main_thread_, surroundings_.decoder),
       preview_pictures_(main_thread_, surroundings_.decoder, 1),
       window_(window_content(controller_, drives_, thumbnails_)),
+      panel_(controller_.profile().APP_LONG_NAME),
       notices_(
-          window_, contact_texts(), [this] { return session_.results_folder_text(); },
+          window_, contact_texts(), [this] { return session_.saved_notice(); },
           [this](std::string_view name) { session_.contact_clicked(name); }),
       preview_(preview_setting()),
       probe_(surroundings_.opener),

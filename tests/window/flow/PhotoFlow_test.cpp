@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <QAbstractItemView>
+#include <QAccessible>
 #include <QBuffer>
 #include <QHelpEvent>
 #include <QToolTip>
@@ -134,6 +135,26 @@ TEST_F(PhotoFlow, ATypedRangeIsCheckedAndSearched) {
   flow.type(Control::End_slider_val, "4");
   ASSERT_TRUE(flow.search_to_the_end());
   EXPECT_TRUE(flow.wait_until([&] { return shown_items(flow) == 1; }));
+}
+
+TEST_F(PhotoFlow, AScreenReaderChoosesARangeAsAClickDoes) {
+  test::WindowFlow flow(medium_);
+  const MainWindow& window = flow.program().window();
+  const auto toggle = [&flow](Control control) {
+    QAccessible::queryAccessibleInterface(&flow.widget(control))
+        ->actionInterface()
+        ->doAction(QAccessibleActionInterface::toggleAction());
+  };
+  go_to_settings(flow);
+  for (int time = 0; time < 2; ++time) {
+    toggle(Control::sector_range_rd);
+    EXPECT_TRUE(window.is_on(Control::sector_range_rd));
+    EXPECT_FALSE(window.is_on(Control::entire_disk_rd));
+    EXPECT_TRUE(flow.is_visible(Control::Start_slider_val));
+  }
+  toggle(Control::entire_disk_rd);
+  EXPECT_TRUE(window.is_on(Control::entire_disk_rd));
+  EXPECT_FALSE(window.is_on(Control::sector_range_rd));
 }
 
 // A picture full of detail, of which only the first half is on the card.
