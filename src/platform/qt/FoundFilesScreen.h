@@ -5,6 +5,7 @@
 #include <QWidget>
 
 #include "platform/qt/ControlTable.h"
+#include "platform/qt/ResultNote.h"
 #include "platform/qt/ResultView.h"
 #include "platform/qt/TableSource.h"
 #include "platform/qt/TableView.h"
@@ -20,6 +21,9 @@ class FoundFilesScreen : public QWidget {
   TableView& table() const { return *table_; }
   ResultView& view() const { return *view_; }
 
+  // A search begins, or has ended.
+  void follow_search(bool running) { note_->follow_search(running); }
+
   // Where a player of movies puts its picture; it has no layout yet.
   QWidget& movie_view() const { return *movie_view_; }
 
@@ -28,6 +32,7 @@ class FoundFilesScreen : public QWidget {
 
   TableView* table_;
   ResultView* view_;
+  ResultNote* note_;  // belongs to the view
   QWidget* movie_view_ = nullptr;
 };
 
