@@ -46,6 +46,12 @@ bool Gallery::has_room() {
   return shown_item_count_ < item_limit;
 }
 
+// With the lock held, after each change other than at the end of the list.
+void Gallery::edited() {
+  ++edits_;
+  if (images_.empty()) emptied_at_ = edits_;
+}
+
 // With the lock held.
 ItemReport Gallery::append(MyImageObject item, std::uint64_t items_per_scroll) {
   images_.push_back(std::move(item));
@@ -91,13 +97,12 @@ ItemReport Gallery::addImageWithPath_2(const std::filesystem::path& path, TextVi
 
 void Gallery::removeItemsAtIndexes(const std::vector<std::size_t>& indexes) {
   const std::lock_guard lock(mutex_);
-  ++edits_;
   static_cast<void>(take_out(images_, {indexes.begin(), indexes.end()}));
+  edited();
 }
 
 void Gallery::moveItemsAtIndexes(const std::vector<std::size_t>& indexes, std::size_t toIndex) {
   const std::lock_guard lock(mutex_);
-  ++edits_;
   std::set<std::size_t> moved(indexes.begin(), indexes.end());
   moved.erase(moved.lower_bound(images_.size()), moved.end());
   const auto below =
@@ -106,6 +111,7 @@ void Gallery::moveItemsAtIndexes(const std::vector<std::size_t>& indexes, std::s
   const std::size_t insertion = std::min(toIndex - below, images_.size());
   images_.insert(images_.begin() + static_cast<std::ptrdiff_t>(insertion),
                  std::make_move_iterator(block.begin()), std::make_move_iterator(block.end()));
+  edited();
 }
 
 void Gallery::show_placeholder(TextView image_UID) {
@@ -114,15 +120,15 @@ void Gallery::show_placeholder(TextView image_UID) {
     return image.image_UID == image_UID;
   });
   if (item == images_.end()) return;
-  ++edits_;
   item->imageData = Null_Image_Data_;
   item->setPath(noprevfile_);
+  edited();
 }
 
 void Gallery::empty_images() {
   const std::lock_guard lock(mutex_);
-  ++edits_;
   images_.clear();
+  edited();
 }
 
 std::uint64_t Gallery::Shown_Item_Count() const {
@@ -144,8 +150,10 @@ GalleryChanges Gallery::changes(std::uint64_t edits, std::size_t known) const {
   const std::lock_guard lock(mutex_);
   const bool only_added = edits == edits_ && known <= images_.size();
   const auto first = only_added ? static_cast<std::ptrdiff_t>(known) : 0;
-  return {
-      .edits = edits_, .only_added = only_added, .items = {images_.begin() + first, images_.end()}};
+  return {.edits = edits_,
+          .only_added = only_added,
+          .emptied = emptied_at_ > edits,
+          .items = {images_.begin() + first, images_.end()}};
 }
 
 std::optional<MyImageObject> Gallery::item(std::size_t index) const {

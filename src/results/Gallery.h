@@ -28,6 +28,7 @@ struct ItemReport {
 struct GalleryChanges {
   std::uint64_t edits = 0;  // how often the list was changed other than at its end
   bool only_added = false;  // `items` follow what is known; else they are the whole list
+  bool emptied = false;     // no item that is known is there any more; identifiers may come again
   std::vector<MyImageObject> items;
 };
 
@@ -87,6 +88,7 @@ class Gallery {
 
  private:
   bool has_room();
+  void edited();
   ItemReport append(MyImageObject item, std::uint64_t items_per_scroll);
 
   mutable std::mutex mutex_;
@@ -94,6 +96,7 @@ class Gallery {
   std::filesystem::path noprevfile_;
   std::vector<MyImageObject> images_;
   std::uint64_t edits_ = 0;
+  std::uint64_t emptied_at_ = 0;  // the edit that last left no item
   std::uint64_t shown_item_count_ = 0;
 };
 

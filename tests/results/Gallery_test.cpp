@@ -107,6 +107,28 @@ TEST_F(GalleryReader, IsGivenTheWholeListAfterAnyOtherChange) {
   }
 }
 
+TEST_F(GalleryReader, IsToldThatNothingItKnowsIsLeft) {
+  const std::vector<std::function<void()>> acts{
+      [&] { gallery.empty_images(); },
+      [&] {
+        gallery.removeItemsAtIndexes({0, 1, 2, 3, 4, 5, 6});
+      }};
+  for (const auto& act : acts) {
+    EXPECT_FALSE(gallery.changes(edits, 2).emptied);
+    act();
+    add_named(u"a");
+    add_named(u"b");
+    const GalleryChanges changes = gallery.changes(edits, 2);
+    EXPECT_TRUE(changes.emptied) << "though the same names came again";
+    EXPECT_EQ(names_of(changes), (std::vector<std::string>{"a", "b"}));
+    edits = changes.edits;
+  }
+  gallery.removeItemsAtIndexes({0});
+  gallery.moveItemsAtIndexes({0}, 1);
+  gallery.show_placeholder(u"b");
+  EXPECT_FALSE(gallery.changes(edits, 2).emptied) << "an item is left";
+}
+
 TEST(Gallery, AFullListCountsEvenAnEmptyPath) {
   Gallery gallery;
   add_many(gallery, 2000);

@@ -23,8 +23,9 @@ class DecoderThumbnailsTest : public testing::Test {
  protected:
   DecoderThumbnailsTest() {
     QObject::connect(&*source, &ThumbnailSource::done, &receiver,
-                     [this](const QString& image_UID, const QImage& picture) {
-                       answers.push_back(image_UID.toStdString() + (picture.isNull() ? " -" : ""));
+                     [this](const QString& image_UID, const QImage& picture, int pixels) {
+                       answers.push_back(image_UID.toStdString() + (picture.isNull() ? " -" : "") +
+                                         " of " + std::to_string(pixels));
                      });
     source->request(std::filesystem::path(testing::TempDir()) / "no" / "such.jpg", u"1"_s, 100);
     while (main_thread.waiting_work() == 0) std::this_thread::yield();
@@ -39,7 +40,7 @@ class DecoderThumbnailsTest : public testing::Test {
 TEST_F(DecoderThumbnailsTest, answers_come_on_the_main_thread) {
   EXPECT_TRUE(answers.empty());
   main_thread.run_all();
-  EXPECT_EQ(answers, std::vector<std::string>{"1 -"});
+  EXPECT_EQ(answers, std::vector<std::string>{"1 - of 100"});
 }
 
 TEST_F(DecoderThumbnailsTest, an_answer_to_a_cancelled_request_is_dropped) {

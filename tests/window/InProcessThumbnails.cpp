@@ -73,7 +73,7 @@ void InProcessThumbnails::work_on_newest() {
 }
 
 void InProcessThumbnails::report(const Job& job, const QImage& picture) {
-  if (job.round == round_) Q_EMIT done(job.image_UID, picture);
+  if (job.round == round_) Q_EMIT done(job.image_UID, picture, job.pixels);
 }
 
 }  // namespace norvo

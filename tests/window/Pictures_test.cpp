@@ -1,14 +1,11 @@
-#include <QBuffer>
 #include <QImage>
 #include <QPalette>
-#include <QSignalSpy>
 #include <filesystem>
 #include <fstream>
 
 #include "platform/qt/Icons.h"
 #include "platform/qt/QtMainThread.h"
 #include "platform/qt/Theme.h"
-#include "platform/qt/ThumbnailCache.h"
 #include "platform/qt/TypeIcons.h"
 #include "window/InProcessThumbnails.h"
 #include "window/WindowTest.h"
@@ -18,29 +15,13 @@ namespace {
 
 using namespace Qt::StringLiterals;
 
-TEST(Judgements, stay_with_their_item_until_it_is_forgotten) {
-  SilentThumbnails source;
-  std::vector<std::string> arrived;
-  ThumbnailCache cache(source, {});
-  cache.on_arrival([&](const QString& image_UID) { arrived.push_back(image_UID.toStdString()); });
-  EXPECT_EQ(cache.judgement(u"a"_s).kind, PictureJudgement::Kind::unknown);
-  Q_EMIT source.judged(u"a"_s, {.kind = PictureJudgement::Kind::partly, .percent = 62});
-  Q_EMIT source.judged(u"b"_s, {.kind = PictureJudgement::Kind::whole, .percent = {}});
-  EXPECT_EQ(arrived, (std::vector<std::string>{"a", "b"})) << "they are drawn anew";
-  EXPECT_EQ(cache.judgement(u"a"_s).percent, 62);
-  EXPECT_EQ(cache.judgement(u"b"_s).kind, PictureJudgement::Kind::whole);
-  cache.forget(u"a"_s);
-  EXPECT_EQ(cache.judgement(u"a"_s).kind, PictureJudgement::Kind::unknown);
-  cache.forget_all();
-  EXPECT_EQ(cache.judgement(u"b"_s).kind, PictureJudgement::Kind::unknown);
-}
-
 class InProcessThumbnailsTest : public testing::Test {
  protected:
   InProcessThumbnailsTest() {
     QObject::connect(&source, &ThumbnailSource::done, &source,
-                     [this](const QString& image_UID, const QImage& picture) {
+                     [this](const QString& image_UID, const QImage& picture, int pixels) {
                        names.push_back(image_UID.toStdString());
+                       sizes.push_back(pixels);
                        pictures.push_back(picture);
                      });
   }
@@ -57,6 +38,7 @@ class InProcessThumbnailsTest : public testing::Test {
   InProcessThumbnails source{main_thread};
   std::vector<std::string> names;
   std::vector<QImage> pictures;
+  std::vector<int> sizes;
 };
 
 TEST_F(InProcessThumbnailsTest, a_picture_keeps_its_shape_within_the_wanted_size) {
@@ -64,6 +46,7 @@ TEST_F(InProcessThumbnailsTest, a_picture_keeps_its_shape_within_the_wanted_size
   ASSERT_TRUE(wait_until([this] { return names.size() == 1; }));
   EXPECT_EQ(names.front(), "wide");
   EXPECT_EQ(pictures.front().size(), QSize(100, 50));
+  EXPECT_EQ(sizes.front(), 100);
 }
 
 TEST_F(InProcessThumbnailsTest, a_small_picture_is_not_enlarged) {
@@ -89,49 +72,6 @@ TEST_F(InProcessThumbnailsTest, nothing_comes_of_cancelled_requests) {
   source.request(path, u"new"_s, 100);
   ASSERT_TRUE(wait_until([this] { return !names.empty(); }));
   EXPECT_EQ(names, std::vector<std::string>{"new"});
-}
-
-TEST(ThumbnailCache, asks_once_and_again_only_for_a_larger_size) {
-  SilentThumbnails source;
-  ThumbnailCache cache(source, {});
-  EXPECT_TRUE(cache.picture("/a", u"1"_s, 128).isNull());
-  EXPECT_TRUE(cache.picture("/a", u"1"_s, 128).isNull());
-  EXPECT_EQ(source.requests.size(), 1U);
-  QImage picture(128, 64, QImage::Format_RGB32);
-  Q_EMIT source.done(u"1"_s, picture);
-  EXPECT_EQ(cache.picture("/a", u"1"_s, 128).size(), QSize(128, 64));
-  EXPECT_EQ(source.requests.size(), 1U);
-  EXPECT_EQ(cache.picture("/a", u"1"_s, 256).size(), QSize(128, 64));
-  EXPECT_EQ(source.requests.size(), 2U);
-}
-
-TEST(ThumbnailCache, a_picture_for_an_item_that_is_gone_is_dropped) {
-  SilentThumbnails source;
-  int failures = 0;
-  ThumbnailCache cache(source, [&failures](TextView) { ++failures; });
-  cache.picture("/a", u"1"_s, 128);
-  cache.forget(u"1"_s);
-  Q_EMIT source.done(u"1"_s, QImage());
-  EXPECT_EQ(failures, 0);
-  EXPECT_FALSE(cache.failed(u"1"_s));
-}
-
-TEST(ThumbnailCache, an_item_that_is_shown_from_data_needs_no_source) {
-  SilentThumbnails source;
-  ThumbnailCache cache(source, {});
-  QByteArray png;
-  QBuffer buffer(&png);
-  QImage picture(30, 20, QImage::Format_RGB32);
-  picture.fill(Qt::darkCyan);
-  ASSERT_TRUE(picture.save(&buffer, "PNG"));
-  const auto bytes = std::as_bytes(std::span(png));
-  const ImageData data = MyImageObject::initWithImage_data(bytes, u"", u"").imageData;
-  EXPECT_EQ(cache.picture(data, u"1"_s).size(), QSize(30, 20));
-  EXPECT_EQ(cache.picture(data, u"1"_s).cacheKey(), cache.picture(data, u"1"_s).cacheKey());
-  EXPECT_TRUE(cache.picture(nullptr, u"2"_s).isNull());
-  const auto no_picture = MyImageObject::initWithImage_data(bytes.first(4), u"", u"").imageData;
-  EXPECT_TRUE(cache.picture(no_picture, u"2"_s).isNull());
-  EXPECT_TRUE(source.requests.empty());
 }
 
 TEST(TypeIcons, families_go_by_the_extension_in_any_case) {

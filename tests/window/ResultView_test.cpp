@@ -118,6 +118,28 @@ TEST_F(ResultViewTest, an_emptied_list_that_has_grown_again_shows_the_new_items)
   ASSERT_TRUE(wait_until([&] { return view().model()->rowCount() == 4; }));
   EXPECT_EQ(item(0).data().toString(), u"a"_s);
   EXPECT_EQ(item(3).data().toString(), u"d"_s);
+  EXPECT_EQ(thumbnails.cancelled, 1) << "nobody waits for the pictures of the old ones";
+}
+
+TEST_F(ResultViewTest, an_item_of_an_emptied_list_is_not_its_namesake_of_the_next_search) {
+  show_photos(1);
+  ASSERT_TRUE(wait_until([&] { return !thumbnails.requests.empty(); }));
+  Q_EMIT thumbnails.done(u"1"_s, QImage(), thumbnails.requests.back().pixels);
+  click(0);
+  gallery.empty_images();
+  gallery.addImageWithPath("/elsewhere/1.jpg", u"1", u"1");
+  window->reload(Control::imageBrowser);
+  ASSERT_TRUE(wait_until([&] { return thumbnails.requests.back().path == "/elsewhere/1.jpg"; }));
+  EXPECT_EQ(thumbnails.cancelled, 1);
+  EXPECT_EQ(window->selected_row(Control::imageBrowser), std::nullopt);
+}
+
+TEST_F(ResultViewTest, pictures_are_still_made_while_an_item_is_left) {
+  show_photos(3);
+  gallery.removeItemsAtIndexes({0, 2});
+  add_photos(1);
+  ASSERT_TRUE(wait_until([&] { return view().model()->rowCount() == 2; }));
+  EXPECT_EQ(thumbnails.cancelled, 0);
 }
 
 TEST_F(ResultViewTest, a_path_that_was_replaced_before_others_were_added_is_taken_over) {
@@ -134,8 +156,7 @@ TEST_F(ResultViewTest, a_path_that_was_replaced_before_others_were_added_is_take
 TEST_F(ResultViewTest, the_items_after_a_removed_one_stay_selected) {
   show_photos(3);
   click(2);
-  gallery.empty_images();
-  for (const char16_t* name : {u"1", u"3"}) gallery.addImageWithPath("/nowhere/a", name, name);
+  gallery.removeItemsAtIndexes({1});
   window->reload(Control::imageBrowser);
   ASSERT_TRUE(wait_until([&] { return view().model()->rowCount() == 2; }));
   EXPECT_EQ(window->selected_row(Control::imageBrowser), 1U);
@@ -191,11 +212,11 @@ TEST_F(ResultViewTest, zoom_changes_the_tiles_from_small_to_large) {
 TEST_F(ResultViewTest, a_photo_that_cannot_be_shown_is_marked_once) {
   show_photos(1);
   ASSERT_TRUE(wait_until([&] { return !thumbnails.requests.empty(); }));
-  Q_EMIT thumbnails.done(u"1"_s, QImage());
+  Q_EMIT thumbnails.done(u"1"_s, QImage(), thumbnails.requests.front().pixels);
   EXPECT_EQ(without_preview, std::vector<Text>{u"1"});
   const std::size_t requests = thumbnails.requests.size();
   view().viewport()->repaint();
-  Q_EMIT thumbnails.done(u"1"_s, QImage());
+  Q_EMIT thumbnails.done(u"1"_s, QImage(), thumbnails.requests.front().pixels);
   EXPECT_EQ(without_preview.size(), 1U);
   EXPECT_EQ(thumbnails.requests.size(), requests);
 }

@@ -37,7 +37,7 @@ void DecoderThumbnails::request(const std::filesystem::path& path, const QString
                                 int pixels) {
   const std::uint64_t id = ++last_id_;
   const auto side = static_cast<std::uint32_t>(std::max(1, pixels));
-  waiting_.insert(id, {.image_UID = image_UID});
+  waiting_.insert(id, {.image_UID = image_UID, .pixels = pixels});
   // Items are asked for when they come into view, so the latest are those that are looked at.
   pool_.request({.id = id, .path = path, .box = {side, side}});
 }
@@ -51,11 +51,12 @@ void DecoderThumbnails::take(const DecoderResult& result) {
   const auto request = waiting_.find(result.id);
   if (request == waiting_.end()) return;
   const QString image_UID = request->image_UID;
+  const int pixels = request->pixels;
   const bool first = !request->answered;
   request->answered = true;
   if (result.is_last) waiting_.erase(request);
   // The first result has the picture, or none; a second one has only the verdict.
-  if (first) Q_EMIT done(image_UID, result.picture ? image_of(*result.picture) : QImage());
+  if (first) Q_EMIT done(image_UID, result.picture ? image_of(*result.picture) : QImage(), pixels);
   const PictureJudgement judgement = judgement_of(result.verdict);
   if (judgement.kind != PictureJudgement::Kind::unknown) Q_EMIT judged(image_UID, judgement);
 }

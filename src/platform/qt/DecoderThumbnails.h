@@ -29,6 +29,7 @@ class DecoderThumbnails : public ThumbnailSource {
 
   struct Request {
     QString image_UID;
+    int pixels = 0;
     bool answered = false;  // the picture has come, the verdict has not
   };
 

@@ -21,6 +21,13 @@ EmptyNote::EmptyNote(QAbstractItemView& view, const QString& icon, const QString
   follow();
 }
 
+void EmptyNote::set_texts(const QString& title, const QString& advice) {
+  title_ = title;
+  advice_ = advice;
+  update();
+  follow();
+}
+
 void EmptyNote::follow() {
   const bool empty = view_.model()->rowCount() == 0;
   setVisible(empty);

@@ -14,6 +14,8 @@ class EmptyNote : public QWidget {
             const QString& advice);
 
  protected:
+  void set_texts(const QString& title, const QString& advice);
+
   void paintEvent(QPaintEvent* event) override;
   bool eventFilter(QObject* watched, QEvent* event) override;
 

@@ -6,7 +6,6 @@
 #include <QVBoxLayout>
 #include <utility>
 
-#include "platform/qt/EmptyNote.h"
 #include "platform/qt/FileDelegate.h"
 #include "platform/qt/PreviewPicture.h"
 #include "platform/qt/Theme.h"
@@ -27,6 +26,16 @@ std::vector<TableColumn> found_columns() {
           {"FilePath", u"Saved as"_s}};
 }
 
+ResultNote::Texts note_texts() {
+  return {.none_yet = {u"No files yet"_s,
+                       u"What the search finds appears here at once. Select a file to see it."_s},
+          .none_found = {u"No files were found"_s,
+                         u"Go back to try more file types, the thorough search, the entire disk, "
+                         u"or another type of search."_s},
+          .taken_out = {u"No files in the list"_s,
+                        u"Those that were shown here are still in the destination folder."_s}};
+}
+
 }  // namespace
 
 FoundFilesScreen::FoundFilesScreen(ControlTable& controls, TableSource found_files,
@@ -44,8 +53,7 @@ FoundFilesScreen::FoundFilesScreen(ControlTable& controls, TableSource found_fil
   auto* const delegate = new FileDelegate(*view_);
   delegate->setParent(view_);
   view_->setItemDelegate(delegate);
-  new EmptyNote(*view_, u"document"_s, u"No files yet"_s,
-                u"What the search finds appears here at once. Select a file to see it."_s);
+  note_ = new ResultNote(*view_, u"document"_s, note_texts());
 
   auto* lists = new QSplitter(Qt::Vertical);
   lists->addWidget(table_);

@@ -5,6 +5,7 @@
 #include <QWidget>
 
 #include "platform/qt/ControlTable.h"
+#include "platform/qt/ResultNote.h"
 #include "platform/qt/ResultView.h"
 #include "platform/qt/TableSource.h"
 #include "platform/qt/TableView.h"
@@ -20,11 +21,15 @@ class FoundFilesScreen : public QWidget {
   TableView& table() const { return *table_; }
   ResultView& view() const { return *view_; }
 
+  // A search begins, or has ended.
+  void follow_search(bool running) { note_->follow_search(running); }
+
  private:
   QWidget* make_preview(ControlTable& controls);
 
   TableView* table_;
   ResultView* view_;
+  ResultNote* note_;  // belongs to the view
 };
 
 }  // namespace norvo

@@ -5,7 +5,6 @@
 #include <QVBoxLayout>
 #include <utility>
 
-#include "platform/qt/EmptyNote.h"
 #include "platform/qt/ExactSlider.h"
 #include "platform/qt/Labels.h"
 #include "platform/qt/PhotoDelegate.h"
@@ -15,6 +14,15 @@ namespace norvo {
 namespace {
 
 using namespace Qt::StringLiterals;
+
+ResultNote::Texts note_texts() {
+  return {.none_yet = {u"No photos yet"_s, u"What the search finds appears here at once."_s},
+          .none_found = {u"No photos were found"_s,
+                         u"Go back to try the thorough search, the entire disk, or another type "
+                         u"of search."_s},
+          .taken_out = {u"No photos in the list"_s,
+                        u"Those that were shown here are still in the destination folder."_s}};
+}
 
 }  // namespace
 
@@ -35,8 +43,7 @@ GalleryScreen::GalleryScreen(ControlTable& controls, const Gallery& gallery,
     const int row = model.row_of(image_UID);
     if (row >= 0) view_->update(model.index(row));
   });
-  new EmptyNote(*view_, u"photo"_s, u"No photos yet"_s,
-                u"What the search finds appears here at once."_s);
+  note_ = new ResultNote(*view_, u"photo"_s, note_texts());
 
   auto* const folder = controls.add(Control::open_folder, new QPushButton(u"Open &Folder"_s),
                                     u"Open folder"_s, u"Shows the recovered photos as files"_s);

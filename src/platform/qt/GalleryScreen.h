@@ -5,6 +5,7 @@
 #include <functional>
 
 #include "platform/qt/ControlTable.h"
+#include "platform/qt/ResultNote.h"
 #include "platform/qt/ResultView.h"
 #include "platform/qt/ThumbnailCache.h"
 #include "results/Gallery.h"
@@ -19,9 +20,13 @@ class GalleryScreen : public QWidget {
 
   ResultView& view() const { return *view_; }
 
+  // A search begins, or has ended.
+  void follow_search(bool running) { note_->follow_search(running); }
+
  private:
   ThumbnailCache pictures_;
   ResultView* view_;
+  ResultNote* note_;  // belongs to the view
 };
 
 }  // namespace norvo

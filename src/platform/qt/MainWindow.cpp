@@ -138,6 +138,13 @@ Text MainWindow::text(Control control) const {
 
 void MainWindow::set_hidden(Control control, bool hidden) {
   controls_.set_hidden(control, hidden);
+  // A search can be stopped from its beginning to its end, and at no other time.
+  if (control == Control::stop_scan) follow_search(!hidden);
+}
+
+void MainWindow::follow_search(bool running) {
+  gallery_->follow_search(running);
+  found_files_->follow_search(running);
 }
 
 void MainWindow::set_enabled(Control control, bool enabled) {

@@ -70,6 +70,7 @@ class MainWindow : public QWidget, public WizardView {
   void add_page(QWidget* page, Step step, const QString& title);
   void focus_first(const QWidget& page);
   void make_data_labels();
+  void follow_search(bool running);
   void report_results(Control control, ResultView& view);
 
   ControlTable controls_;

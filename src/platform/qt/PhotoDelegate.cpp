@@ -7,6 +7,7 @@
 #include <cmath>
 
 #include "platform/qt/Icons.h"
+#include "platform/qt/PhotoBadge.h"
 #include "platform/qt/Theme.h"
 
 namespace norvo {
@@ -35,8 +36,9 @@ void draw_stand_in(QPainter& painter, const QRectF& place, const Theme& theme) {
             mixed(theme.surface, theme.text, 0.35));
 }
 
-void draw_picture(QPainter& painter, const QRectF& place, const QPixmap& picture,
-                  const Theme& theme) {
+// Draws the picture as large as `place` allows, and returns where.
+QRectF draw_picture(QPainter& painter, const QRectF& place, const QPixmap& picture,
+                    const Theme& theme) {
   const QSizeF natural = QSizeF(picture.size()) / picture.devicePixelRatio();
   QSizeF size = natural.scaled(place.size(), Qt::KeepAspectRatio);
   QRectF frame(QPointF(), size);
@@ -58,55 +60,7 @@ void draw_picture(QPainter& painter, const QRectF& place, const QPixmap& picture
   painter.setPen(QPen(edge, 1));
   painter.setBrush(Qt::NoBrush);
   painter.drawRoundedRect(frame.adjusted(0.5, 0.5, -0.5, -0.5), corner, corner);
-}
-
-QString badge_of(const PictureJudgement& judgement) {
-  using enum PictureJudgement::Kind;
-  switch (judgement.kind) {
-    case whole:
-      return u"\u2713"_s;
-    case partly:
-      return judgement.percent ? QString::number(*judgement.percent) + u" %"_s : u"Partly"_s;
-    case embedded_only:
-      return u"Preview"_s;
-    case unknown:
-      break;
-  }
-  return {};
-}
-
-QString sentence_of(const PictureJudgement& judgement) {
-  using enum PictureJudgement::Kind;
-  switch (judgement.kind) {
-    case whole:
-      return u"The whole picture can be decoded."_s;
-    case partly:
-      return judgement.percent
-                 ? u"About %1 percent of the picture can be decoded."_s.arg(int{*judgement.percent})
-                 : u"Only a part of the picture can be decoded."_s;
-    case embedded_only:
-      return u"Only the small preview inside the file can be decoded."_s;
-    case unknown:
-      break;
-  }
-  return {};
-}
-
-// In the corner of the picture, so that a glance tells the damaged ones.
-void draw_badge(QPainter& painter, const QRectF& place, const QString& badge, bool whole,
-                const Theme& theme, const QFont& font) {
-  QFont small = font;
-  small.setPointSizeF(font.pointSizeF() * 0.85);
-  painter.setFont(small);
-  const QFontMetricsF metrics(small);
-  const double height = metrics.height() + 2;
-  const double width = std::max(height, metrics.horizontalAdvance(badge) + unit);
-  const QRectF pill(place.right() - width - 4, place.bottom() - height - 4, width, height);
-  painter.setPen(QPen(theme.surface, 1));
-  painter.setBrush(whole ? theme.accent : theme.text);
-  painter.drawRoundedRect(pill, height / 2, height / 2);
-  painter.setPen(whole ? theme.on_accent : theme.surface);
-  painter.drawText(pill, Qt::AlignCenter, badge);
+  return frame;
 }
 
 }  // namespace
@@ -156,14 +110,9 @@ void PhotoDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
   if (picture.isNull()) {
     draw_stand_in(*painter, place, theme);
   } else {
-    draw_picture(*painter, place, picture, theme);
-    const PictureJudgement judgement =
-        pictures_.judgement(index.data(ResultModel::uid_role).toString());
-    const QString badge = badge_of(judgement);
-    if (!badge.isEmpty()) {
-      draw_badge(*painter, place, badge, judgement.kind == PictureJudgement::Kind::whole, theme,
-                 option.font);
-    }
+    const QRectF frame = draw_picture(*painter, place, picture, theme);
+    draw_badge(*painter, frame, pictures_.judgement(index.data(ResultModel::uid_role).toString()),
+               option.font, theme);
   }
   const QRectF name(tile.left() + 6, place.bottom() + 4, tile.width() - 12,
                     option.fontMetrics.height());
@@ -179,7 +128,7 @@ bool PhotoDelegate::helpEvent(QHelpEvent* event, QAbstractItemView* view,
                               const QStyleOptionViewItem& option, const QModelIndex& index) {
   if (!index.isValid()) return QStyledItemDelegate::helpEvent(event, view, option, index);
   const QString sentence =
-      sentence_of(pictures_.judgement(index.data(ResultModel::uid_role).toString()));
+      badge_sentence(pictures_.judgement(index.data(ResultModel::uid_role).toString()));
   const QString name = index.data().toString();
   QToolTip::showText(event->globalPos(), sentence.isEmpty() ? name : name + u'\n' + sentence, view);
   return true;

@@ -29,7 +29,15 @@ void ResultModel::refresh() {
   for (MyImageObject& item : changes.items) {
     list.push_back({to_qt(item.image_UID), to_qt(displayable(item.image_Name)), std::move(item)});
   }
+  if (changes.emptied) clear();
   changes.only_added ? append(std::move(list)) : replace(std::move(list));
+}
+
+// An item that comes now is another one, even under the identifier of an old one.
+void ResultModel::clear() {
+  if (shown_.empty()) return;
+  replace({});
+  if (emptied_) emptied_();
 }
 
 void ResultModel::append(std::vector<Shown> added) {
@@ -51,9 +59,7 @@ void ResultModel::replace(std::vector<Shown> now) {
       std::mismatch(shown_.rbegin(), std::make_reverse_iterator(old_end), now.rbegin(),
                     std::make_reverse_iterator(new_end), same_item);
   const auto after = static_cast<std::size_t>(old_tail - shown_.rbegin());
-  const bool emptied = now.empty() && !shown_.empty();
   replace_middle(now, before, after);
-  if (emptied && emptied_) emptied_();
   for (std::size_t i = 0; i < now.size(); ++i) {
     if (shown_[i].item == now[i].item) continue;
     shown_[i] = now[i];

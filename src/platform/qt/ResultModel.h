@@ -19,7 +19,8 @@ class ResultModel : public QAbstractListModel {
   // `gallery` outlives the model.
   explicit ResultModel(const Gallery& gallery);
 
-  // Called for every item that leaves the list, and once when it becomes empty.
+  // `removed` is called for every item that leaves the list, `emptied` when all have left it since
+  // the last refresh, be there new ones already.
   void on_removed(std::function<void(const QString& image_UID)> removed);
   void on_emptied(std::function<void()> emptied);
 
@@ -48,6 +49,7 @@ class ResultModel : public QAbstractListModel {
 
   QByteArray identity() const;
   void append(std::vector<Shown> added);
+  void clear();
   void replace(std::vector<Shown> now);
   void replace_middle(std::vector<Shown>& now, std::size_t same_before, std::size_t same_after);
 

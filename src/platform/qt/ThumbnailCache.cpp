@@ -25,11 +25,12 @@ void ThumbnailCache::on_arrival(std::function<void(const QString&)> arrived) {
 
 QPixmap ThumbnailCache::picture(const std::filesystem::path& path, const QString& image_UID,
                                 int pixels) {
-  if (failed(image_UID)) return {};
+  Item& item = items_[image_UID];
+  if (item.failed) return {};
   const Entry* const entry = entries_.object(image_UID);
   const bool enough = entry != nullptr && entry->pixels >= pixels;
-  if (!enough && requested_.value(image_UID) < pixels) {
-    requested_.insert(image_UID, pixels);
+  if (!enough && item.requested < pixels) {
+    item.requested = pixels;
     source_.request(path, image_UID, pixels);
   }
   return entry == nullptr ? QPixmap() : entry->picture;
@@ -51,14 +52,17 @@ void ThumbnailCache::insert(const QString& image_UID, const QPixmap& picture, in
   entries_.insert(image_UID, new Entry{picture, pixels}, bytes / 1024 + 1);
 }
 
-void ThumbnailCache::take(const QString& image_UID, const QImage& picture) {
-  const auto request = requested_.constFind(image_UID);
-  // A picture for an item that is gone.
-  if (request == requested_.constEnd()) return;
-  const int pixels = *request;
-  requested_.erase(request);
+void ThumbnailCache::take(const QString& image_UID, const QImage& picture, int pixels) {
+  const auto item = items_.find(image_UID);
+  const bool gone = item == items_.end();
+  if (gone || item->failed) return;
+  // An answer to an earlier request leaves the larger one open.
+  if (item->requested == pixels) item->requested = 0;
+  const Entry* const entry = entries_.object(image_UID);
+  if (entry != nullptr && entry->pixels >= pixels) return;
   if (picture.isNull()) {
-    failed_.insert(image_UID);
+    item->failed = true;
+    entries_.remove(image_UID);
     if (mark_failed_) mark_failed_(to_text(image_UID));
   } else {
     insert(image_UID, QPixmap::fromImage(picture), pixels);
@@ -67,23 +71,21 @@ void ThumbnailCache::take(const QString& image_UID, const QImage& picture) {
 }
 
 void ThumbnailCache::take_judgement(const QString& image_UID, const PictureJudgement& judgement) {
-  judgements_.insert(image_UID, judgement);
+  const auto item = items_.find(image_UID);
+  if (item == items_.end()) return;
+  item->judgement = judgement;
   if (arrived_) arrived_(image_UID);
 }
 
 void ThumbnailCache::forget(const QString& image_UID) {
   entries_.remove(image_UID);
-  requested_.remove(image_UID);
-  failed_.remove(image_UID);
-  judgements_.remove(image_UID);
+  items_.remove(image_UID);
 }
 
 void ThumbnailCache::forget_all() {
   source_.cancel_all();
   entries_.clear();
-  requested_.clear();
-  failed_.clear();
-  judgements_.clear();
+  items_.clear();
 }
 
 }  // namespace norvo

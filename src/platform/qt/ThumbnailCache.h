@@ -1,11 +1,10 @@
-// The pictures that were made lately, and the requests for those that are not there yet. Main
-// thread.
+// The pictures that were made lately, the requests for those that are not there yet, and what is
+// known of each item that was ever asked for. Main thread.
 #pragma once
 
 #include <QCache>
 #include <QHash>
 #include <QPixmap>
-#include <QSet>
 #include <functional>
 
 #include "platform/qt/ThumbnailSource.h"
@@ -30,34 +29,41 @@ class ThumbnailCache : public QObject {
   // there is none in it.
   QPixmap picture(const ImageData& data, const QString& image_UID);
 
-  bool failed(const QString& image_UID) const { return failed_.contains(image_UID); }
+  bool failed(const QString& image_UID) const { return items_.value(image_UID).failed; }
 
   // Unknown until it has come.
   PictureJudgement judgement(const QString& image_UID) const {
-    return judgements_.value(image_UID);
+    return items_.value(image_UID).judgement;
   }
 
-  // The item is gone, and its identifier may come again for another file.
+  // The item is gone: what comes for it is dropped. Its identifier must not come again for another
+  // file until all are forgotten.
   void forget(const QString& image_UID);
+  // All items are gone, and nobody works on their pictures any more.
   void forget_all();
 
  private:
   struct Entry {
     QPixmap picture;
-    int pixels;
+    int pixels;  // that were asked for; a small photo has less
+  };
+
+  // Outlives the item's picture, which leaves the cache when others need the room.
+  struct Item {
+    int requested = 0;  // the largest size that is asked for and not there yet; else 0
+    bool failed = false;
+    PictureJudgement judgement = {};
   };
 
   void insert(const QString& image_UID, const QPixmap& picture, int pixels);
-  void take(const QString& image_UID, const QImage& picture);
+  void take(const QString& image_UID, const QImage& picture, int pixels);
   void take_judgement(const QString& image_UID, const PictureJudgement& judgement);
 
   ThumbnailSource& source_;
   std::function<void(TextView)> mark_failed_;
   std::function<void(const QString&)> arrived_;
   QCache<QString, Entry> entries_;
-  QHash<QString, int> requested_;
-  QSet<QString> failed_;
-  QHash<QString, PictureJudgement> judgements_;
+  QHash<QString, Item> items_;
 };
 
 }  // namespace norvo

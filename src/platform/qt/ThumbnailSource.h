@@ -34,8 +34,8 @@ class ThumbnailSource : public QObject {
   virtual void cancel_all() = 0;
 
  Q_SIGNALS:
-  // A null picture says that the file cannot be shown.
-  void done(const QString& image_UID, const QImage& picture);
+  // `pixels` are those of the request. A null picture says that the file cannot be shown.
+  void done(const QString& image_UID, const QImage& picture, int pixels);
 
   // Follows the picture, sooner or later or never.
   void judged(const QString& image_UID, const norvo::PictureJudgement& judgement);
