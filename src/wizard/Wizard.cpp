@@ -147,6 +147,14 @@ void Wizard::start_search() {
   setting_.host.start_search(settings);
 }
 
+void Wizard::show_waiting_search() {
+  WizardView& view = setting_.view;
+  view.set_text(Control::help_info, guidance::waiting_search);
+  view.set_text(Control::Mode_label, u"");
+  view.set_text(Control::sector_label, u"");
+  view.set_value(Control::Progress_Horz, std::nullopt);
+}
+
 void Wizard::Back_btn() {
   switch (setting_.state.screen_counter) {
     case 1:

@@ -48,6 +48,9 @@ class Wizard {
   void Select_Unselect_Check_btn();
   void tick(std::size_t row, bool on);
 
+  // The search that was just started cannot begin before an earlier one has ended.
+  void show_waiting_search();
+
   Screens& screens() { return screens_; }
 
  private:

@@ -52,6 +52,7 @@ SessionHarness::SessionHarness(std::uint64_t sectors)
                            const std::filesystem::path&) { return false; },
       .searching_changed =
           [this](bool searching) { log.add(searching ? "search begins" : "search ends"); },
+      .modal_session_is_open = [this] { return modal_session; },
       .out = out,
       .log = system_log});
   session->set_up();

@@ -26,6 +26,7 @@ class PathKeepingOpener final : public DeviceOpener {
  public:
   explicit PathKeepingOpener(FakeMedium& medium) : opener_(medium) {}
   OpenedDevice open(const std::filesystem::path& path) override {
+    asked = true;
     held_.wait(true);
     paths.push_back(path);
     return opener_.open(path);
@@ -40,6 +41,7 @@ class PathKeepingOpener final : public DeviceOpener {
   }
 
   std::vector<std::filesystem::path> paths;  // of one worker at a time
+  std::atomic<bool> asked = false;           // to open, held or not
 
  private:
   std::atomic<bool> held_ = false;
@@ -102,6 +104,7 @@ class SessionHarness {
   FakeDiskUtility disks{log};
   RecordingView view{log};
   QueuedMainThread main_thread;
+  bool modal_session = false;     // a dialog is open
   std::chrono::seconds ahead{0};  // of the time that it is
   WindowOperations operations{main_thread, [this] { return TimeLeft::Clock::now() + ahead; }};
   MyTableController controller{u"Norvo Birch", opener, operations, operations};

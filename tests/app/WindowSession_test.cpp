@@ -4,7 +4,6 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <chrono>
 #include <string>
 #include <vector>
 
@@ -15,7 +14,6 @@
 namespace norvo::test {
 namespace {
 
-using testing::Contains;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
@@ -171,17 +169,6 @@ TEST_F(WindowSessionTest, OnlyTheFileWindowPreviewsItsSelection) {
   bench_.session->selection_changed(Control::imageBrowser_2);
   EXPECT_THAT(bench_.happened(),
               ElementsAre("clear preview", text_set("_QuickLook_View_Box", "a"), "preview /out/a"));
-}
-
-TEST_F(WindowSessionTest, AStopDuringAPreviewLeadsToTheFinalScreenASecondAfterIt) {
-  bench_.session->preview_shown();
-  EXPECT_THAT(bench_.main_thread.delays, IsEmpty()) << "nobody has asked for a stop";
-  bench_.controller.state().stop_now = 1;
-  bench_.session->preview_shown();
-  EXPECT_THAT(bench_.main_thread.delays, ElementsAre(std::chrono::milliseconds(1000)));
-  EXPECT_THAT(bench_.happened(), IsEmpty()) << "the preview is looked at";
-  bench_.main_thread.run_all();
-  EXPECT_THAT(bench_.happened(), Contains("run SaveFile_Info"));
 }
 
 TEST_F(WindowSessionTest, ThePlaceholderOfTheResourcesIsNotOpened) {
