@@ -5,6 +5,7 @@
 
 #include "util/Numbers.h"
 #include "wizard/ExitQuestion.h"
+#include "wizard/SearchTypes.h"
 
 namespace norvo {
 namespace fs = std::filesystem;
@@ -151,9 +152,23 @@ void WindowSession::changed(Control control) {
       return range_.DO_End_slider(SettingsPage::signature);
     case Control::zoom_slider:
       return results_.zoomSliderDidChange();
+    case Control::path:
+    case Control::path_Sig:
+      return path_typed();
     default:
       return range_.controlTextDidChange(control);
   }
+}
+
+// Each look at a folder can take long, on a share that does not answer say, so it has to wait until
+// the typing pauses.
+void WindowSession::path_typed() {
+  constexpr std::chrono::milliseconds pause{300};
+  setting_.main_thread.post_after(pause, [this, edit = ++path_edits_] {
+    const WizardState& wizard = setting_.controller.wizard;
+    if (edit != path_edits_ || wizard.screen_counter != 1) return;
+    destination_.show_hint(settings_page(wizard.Recovery_MODE));
+  });
 }
 
 void WindowSession::double_clicked(Control view, std::size_t index) {

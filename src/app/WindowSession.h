@@ -94,7 +94,9 @@ class WindowSession final : public WizardEvents, private SearchHost, private Des
   void hand_over_selection() override;
   void Check_Have_Permissions(TextView disk_identifier) override;
   void start_search(const SearchSettings& settings) override;
-  void stop_usb_disk() override;
+
+  void stop_usb_disk();
+  void path_typed();
 
   bool lies_on_drive(const std::filesystem::path& folder, TextView disk_identifier) override;
   std::optional<std::uint64_t> free_space(const std::filesystem::path& folder) override;
@@ -111,6 +113,7 @@ class WindowSession final : public WizardEvents, private SearchHost, private Des
   bool worker_runs_ = false;
   std::optional<SearchSettings> waiting_;  // of the search that begins when the worker has ended
   std::uint64_t search_number_ = 0;
+  std::uint64_t path_edits_ = 0;
   MessageBoxes boxes_;
   DriveScreen drive_screen_;
   SectorRangeControls range_;

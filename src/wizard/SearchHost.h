@@ -21,9 +21,6 @@ class SearchHost {
   // Starts the worker and the timer; returns at once. While the worker of an earlier search has not
   // ended, the search begins when it has.
   virtual void start_search(const SearchSettings& settings) = 0;
-
-  // The Stop button.
-  virtual void stop_usb_disk() = 0;
 };
 
 }  // namespace norvo

@@ -2,7 +2,6 @@
 // started. Main thread.
 #pragma once
 
-#include "results/FoundFilesTable.h"
 #include "results/Gallery.h"
 #include "sigdb/FileTypeCheckList.h"
 #include "sigdb/SignatureTables.h"

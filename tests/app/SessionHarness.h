@@ -9,6 +9,7 @@
 #include <memory>
 #include <sstream>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "app/WindowSession.h"
@@ -104,7 +105,9 @@ class SessionHarness {
   FakeDiskUtility disks{log};
   RecordingView view{log};
   QueuedMainThread main_thread;
-  bool modal_session = false;     // a dialog is open
+  bool modal_session = false;   // a dialog is open
+  bool lies_on_device = false;  // every folder on every device
+  std::vector<std::pair<std::filesystem::path, std::filesystem::path>> asked_on_device;
   std::chrono::seconds ahead{0};  // of the time that it is
   WindowOperations operations{main_thread, [this] { return TimeLeft::Clock::now() + ahead; }};
   MyTableController controller{u"Norvo Birch", opener, operations, operations};
