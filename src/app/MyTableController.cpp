@@ -1,6 +1,7 @@
 #include "app/MyTableController.h"
 
 #include <thread>
+#include <utility>
 
 #include "engine/FinalScreen.h"
 
@@ -34,7 +35,8 @@ void MyTableController::load_signature_tables(const std::filesystem::path& resou
   tables_.load(resource_folder, profile_.signature_files);
 }
 
-void MyTableController::start_search(const ScanRequest& request, FileWitnesses* witnesses) {
+void MyTableController::start_search(const ScanRequest& request, FileWitnesses* witnesses,
+                                     std::function<void()> ended) {
   worker_.wait();
   timer_.invalidate();
   request_ = request;
@@ -46,11 +48,18 @@ void MyTableController::start_search(const ScanRequest& request, FileWitnesses* 
                             .timer = timer_,
                             .read_with_helper = std::thread::hardware_concurrency() > 1,
                             .witnesses = witnesses};
+  std::function<void()> work;
   if (request_.Recovery_MODE == 0) {
-    worker_.start(context, [this, context] { Photo_Rec_Thread(context, tables_); });
-    return;
+    work = [this, context] { Photo_Rec_Thread(context, tables_); };
+  } else {
+    // The search has its tables to itself: the person may tick other types while it still waits for
+    // its drive.
+    work = [context, tables = selected_tables_] { Raw_File_Rec_Thread(context, tables); };
   }
-  worker_.start(context, [this, context] { Raw_File_Rec_Thread(context, selected_tables_); });
+  worker_.start(context, [work = std::move(work), ended = std::move(ended)] {
+    work();
+    if (ended) ended();
+  });
 }
 
 void MyTableController::hand_over_selection(std::int32_t Recovery_MODE) {
@@ -70,8 +79,8 @@ void MyTableController::Final_or_Stop_Screen() {
   norvo::Final_or_Stop_Screen(request_, state_, operations_);
 }
 
-void MyTableController::stop_usb_disk(AlertPanel& panel) {
-  norvo::stop_usb_disk(panel, state_);
+bool MyTableController::stop_usb_disk(AlertPanel& panel) {
+  return norvo::stop_usb_disk(panel, state_);
 }
 
 void MyTableController::addImageWithPath(const std::filesystem::path& path, TextView imageName,

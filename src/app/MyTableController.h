@@ -7,6 +7,7 @@
 
 #include <cstdint>
 #include <filesystem>
+#include <functional>
 #include <optional>
 #include <span>
 
@@ -67,9 +68,11 @@ class MyTableController final : private ScanResults {
   void hand_over_selection(std::int32_t Recovery_MODE);
 
   // Starts the search of the request's type on the worker thread, with its timer. The previous one
-  // has ended. Other searches than for photos take the tables that were handed over last.
-  // `witnesses` see what the files consist of, and outlive the search; null for nobody.
-  void start_search(const ScanRequest& request, FileWitnesses* witnesses = nullptr);
+  // has ended, or is waited for. Other searches than for photos take the tables that were handed
+  // over last. `witnesses` see what the files consist of, and outlive the search; null for nobody.
+  // `ended` is the last that the worker does.
+  void start_search(const ScanRequest& request, FileWitnesses* witnesses = nullptr,
+                    std::function<void()> ended = {});
 
   // Returns when the worker has ended.
   void wait_for_worker();
@@ -77,8 +80,8 @@ class MyTableController final : private ScanResults {
   // The end-of-search screen. Main thread.
   void Final_or_Stop_Screen();
 
-  // The Stop button. Main thread.
-  void stop_usb_disk(AlertPanel& panel);
+  // The Stop button. True when the person wants the stop. Main thread.
+  bool stop_usb_disk(AlertPanel& panel);
 
   // Reports a photo that exists as encoded bytes only, as the gallery takes it. The thread that
   // reports the search's files; `maker` is asked on it.

@@ -48,6 +48,7 @@ Overloaded(Functions...) -> Overloaded<Functions...>;
 }  // namespace
 
 void WindowOperations::begin_search() {
+  abandoned_ = false;
   final_screen_posted_ = false;
   found_bytes_ = 0;
   parts_->searching_changed(true);
@@ -56,7 +57,9 @@ void WindowOperations::begin_search() {
 void WindowOperations::perform(const ScanOperation& operation) {
   // What the worker has posted before the main thread's own operations was done before them.
   if (std::this_thread::get_id() == main_) return apply(operation);
-  main_thread_.post([this, operation] { apply(operation); });
+  main_thread_.post([this, operation] {
+    if (!abandoned_) apply(operation);
+  });
 }
 
 void WindowOperations::apply(const ScanOperation& operation) {
@@ -172,6 +175,7 @@ void WindowOperations::call_and_wait(const std::function<void()>& work) {
 
 void WindowOperations::showPermissionAlertAndGuideUser(int /*error*/) {
   call_and_wait([this] {
+    if (abandoned_) return;
     parts_->searching_changed(false);
     parts_->permissions.showPermissionAlertAndGuideUser();
   });
@@ -179,16 +183,19 @@ void WindowOperations::showPermissionAlertAndGuideUser(int /*error*/) {
 
 void WindowOperations::showGenericErrorAlert(int error) {
   call_and_wait([this, error] {
+    if (abandoned_) return;
     parts_->searching_changed(false);
     parts_->permissions.showGenericErrorAlert({error, std::generic_category()});
   });
 }
 
 // A stopped pass posts the screen, and the worker may post it again before it has begun; shown
-// twice it would tell the person twice.
+// twice it would tell the person twice. A pass that waits for its drive meanwhile must not change
+// the screens that the person goes on to.
 void WindowOperations::post_Final_or_Stop_Screen() {
   if (final_screen_posted_.exchange(true)) return;
   main_thread_.post([this] {
+    if (parts_->controller.state().pass_running) abandon_search();
     parts_->searching_changed(false);
     parts_->view.set_hidden(Control::time_left, true);
     parts_->controller.Final_or_Stop_Screen();

@@ -46,8 +46,13 @@ class WindowOperations final : public ScanOperations, public ReportListener {
   };
   void attach(const Parts& parts) { parts_.emplace(parts); }
 
-  // A search begins. Main thread.
+  // A search begins; the worker of the one before has ended. Main thread.
   void begin_search();
+
+  // The person has turned away from a search whose worker still runs. What that one asks of the
+  // window is not done any more; its message boxes are shown. Until the next search begins. Main
+  // thread.
+  void abandon_search() { abandoned_ = true; }
 
   // Bytes of the files that the running or last search has reported.
   std::uint64_t found_bytes() const { return found_bytes_; }
@@ -79,8 +84,9 @@ class WindowOperations final : public ScanOperations, public ReportListener {
   const std::thread::id main_;
   const Now now_;
   std::optional<Parts> parts_;
-  TimeLeft time_left_;     // main thread
-  bool clearing_ = false;  // main thread: the notice of the gallery's clearing stands
+  TimeLeft time_left_;      // main thread
+  bool clearing_ = false;   // main thread: the notice of the gallery's clearing stands
+  bool abandoned_ = false;  // main thread
   std::atomic<std::uint64_t> found_bytes_{0};
   std::atomic<bool> final_screen_posted_{false};
   std::atomic<bool> reload_posted_{false};

@@ -1,9 +1,11 @@
 #include "app/WindowSession.h"
 
 #include <system_error>
+#include <utility>
 
 #include "util/Numbers.h"
 #include "wizard/ExitQuestion.h"
+#include "wizard/SearchTypes.h"
 
 namespace norvo {
 namespace fs = std::filesystem;
@@ -79,10 +81,14 @@ void WindowSession::set_up() {
 }
 
 void WindowSession::preview_shown() {
-  const auto delay = final_screen_delay(setting_.controller.state().stop_now);
-  if (!delay) return;
-  setting_.main_thread.post_after(*delay,
-                                  [this] { setting_.operations.post_Final_or_Stop_Screen(); });
+  const std::atomic<std::int32_t>& stop_now = setting_.controller.state().stop_now;
+  const auto delay = final_screen_delay(stop_now);
+  if (!delay || !searching_ || waiting_ || setting_.modal_session_is_open()) return;
+  // By then the search may have seen the stop itself, and the person may have started another one.
+  setting_.main_thread.post_after(*delay, [this, &stop_now, search = search_number_] {
+    if (search != search_number_ || !searching_ || !final_screen_delay(stop_now)) return;
+    setting_.operations.post_Final_or_Stop_Screen();
+  });
 }
 
 SavedNotice WindowSession::saved_notice() const {
@@ -147,9 +153,23 @@ void WindowSession::changed(Control control) {
       return range_.DO_End_slider(SettingsPage::signature);
     case Control::zoom_slider:
       return results_.zoomSliderDidChange();
+    case Control::path:
+    case Control::path_Sig:
+      return path_typed();
     default:
       return range_.controlTextDidChange(control);
   }
+}
+
+// Each look at a folder can take long, on a share that does not answer say, so it has to wait until
+// the typing pauses.
+void WindowSession::path_typed() {
+  constexpr std::chrono::milliseconds pause{300};
+  setting_.main_thread.post_after(pause, [this, edit = ++path_edits_] {
+    const WizardState& wizard = setting_.controller.wizard;
+    if (edit != path_edits_ || wizard.screen_counter != 1) return;
+    destination_.show_hint(settings_page(wizard.Recovery_MODE));
+  });
 }
 
 void WindowSession::double_clicked(Control view, std::size_t index) {
@@ -179,8 +199,11 @@ void WindowSession::windowShouldClose() {
   Exit_App(setting_.panel, setting_.desktop);
 }
 
+// A pass that still waits for its drive would search on when the request is gone; it takes it back
+// itself.
 void WindowSession::clear_stop_now() {
-  setting_.controller.state().stop_now = 0;
+  ScanState& state = setting_.controller.state();
+  if (!state.pass_running) state.stop_now = 0;
 }
 
 void WindowSession::hand_over_selection() {
@@ -197,13 +220,24 @@ void WindowSession::Check_Have_Permissions(TextView disk_identifier) {
   setting_.permissions.Check_Have_Permissions(device_of(disk_identifier));
 }
 
+// The main thread never waits for a worker: it may wait for a drive that does not answer, or for
+// this thread to show its box.
 void WindowSession::start_search(const SearchSettings& settings) {
-  // What the last worker still says must not count for this search, nor must the answer to a stop
-  // question that outlasted the last one.
-  setting_.controller.wait_for_worker();
-  clear_stop_now();
+  ++search_number_;
+  if (!worker_runs_) return begin_search(settings);
+  waiting_ = settings;
+  setting_.controller.state().stop_now = 1;
+  setting_.operations.abandon_search();
+  searching_changed(true);
+  wizard_.show_waiting_search();
+}
+
+void WindowSession::begin_search(const SearchSettings& settings) {
+  // The answer to a stop question that outlasted the last search must not count for this one.
+  setting_.controller.state().stop_now = 0;
   setting_.operations.begin_search();
   searched_ = settings;
+  worker_runs_ = true;
   setting_.controller.start_search(
       {.Recovery_MODE = settings.Recovery_MODE,
        .device_path = device_of(settings.disk_identifier),
@@ -214,11 +248,31 @@ void WindowSession::start_search(const SearchSettings& settings) {
        .end_slider_val = settings.end_slider_val,
        .thorough = settings.thorough,
        .destination = settings.destination,
-       .Rec_Folder_Name = edition_.Rec_Folder_Name});
+       .Rec_Folder_Name = edition_.Rec_Folder_Name},
+      nullptr, [this] { setting_.main_thread.post([this] { worker_ended(); }); });
 }
 
+// All that the worker has asked of this thread was done before.
+void WindowSession::worker_ended() {
+  worker_runs_ = false;
+  const std::optional<SearchSettings> settings = std::exchange(waiting_, std::nullopt);
+  if (!settings) return;
+  // The last files of the search before were counted in the rows of this one.
+  if (settings->Recovery_MODE != 0) {
+    hand_over_selection();
+    setting_.view.reload(Control::idSigTableView);
+  }
+  begin_search(*settings);
+}
+
+// A search that only waited to begin has found nothing to tell of: the person is back where it was
+// started.
 void WindowSession::stop_usb_disk() {
-  setting_.controller.stop_usb_disk(setting_.panel);
+  const bool stops = setting_.controller.stop_usb_disk(setting_.panel);
+  if (!stops || !waiting_) return;
+  waiting_.reset();
+  searching_changed(false);
+  wizard_.Back_btn();
 }
 
 bool WindowSession::lies_on_drive(const fs::path& folder, TextView disk_identifier) {
@@ -233,8 +287,7 @@ std::optional<std::uint64_t> WindowSession::free_space(const fs::path& folder) {
 }
 
 void WindowSession::searching_changed(bool searching) {
-  searching_ = searching;
-  setting_.searching_changed(searching);
+  if (std::exchange(searching_, searching) != searching) setting_.searching_changed(searching);
 }
 
 }  // namespace norvo

@@ -2,8 +2,10 @@
 // person does to the part that answers for it. Main thread.
 #pragma once
 
+#include <cstdint>
 #include <filesystem>
 #include <functional>
+#include <optional>
 #include <ostream>
 
 #include "app/MyTableController.h"
@@ -44,6 +46,8 @@ class WindowSession final : public WizardEvents, private SearchHost, private Des
     std::function<bool(const std::filesystem::path& folder, const std::filesystem::path& device)>
         lies_on_device;
     std::function<void(bool searching)> searching_changed;
+    // Whether a dialog keeps the person from the window.
+    std::function<bool()> modal_session_is_open;
     std::ostream& out;
     std::ostream& log;
   };
@@ -62,14 +66,18 @@ class WindowSession final : public WizardEvents, private SearchHost, private Des
   void contact_clicked(std::string_view name) { help_.contact_clicked(name); }
 
   // A preview that was asked for is there. A stop that was asked for meanwhile leads to the final
-  // screen a little later, so that the preview is seen.
+  // screen of its search a little later, so that the preview is seen.
   void preview_shown();
 
   // What the notice at the end of the last search says.
   SavedNotice saved_notice() const;
 
-  // Whether a search runs.
+  // Whether a search runs, or waits until the one before has ended.
   bool is_searching() const { return searching_; }
+
+  // Whether the worker of a search has not told of its end. It can wait for its drive long after
+  // the final screen of its search.
+  bool has_worker() const { return worker_runs_; }
 
   void clicked(Control control) override;
   void changed(Control control) override;
@@ -87,19 +95,27 @@ class WindowSession final : public WizardEvents, private SearchHost, private Des
   void hand_over_selection() override;
   void Check_Have_Permissions(TextView disk_identifier) override;
   void start_search(const SearchSettings& settings) override;
-  void stop_usb_disk() override;
+
+  void stop_usb_disk();
+  void path_typed();
 
   bool lies_on_drive(const std::filesystem::path& folder, TextView disk_identifier) override;
   std::optional<std::uint64_t> free_space(const std::filesystem::path& folder) override;
   std::uint64_t found_so_far() override { return setting_.operations.found_bytes(); }
 
   std::filesystem::path device_of(TextView disk_identifier) const;
+  void begin_search(const SearchSettings& settings);
+  void worker_ended();
   void searching_changed(bool searching);
 
   Setting setting_;
   const EditionPresentation edition_;
   bool searching_ = false;
   SearchSettings searched_;  // of the last search
+  bool worker_runs_ = false;
+  std::optional<SearchSettings> waiting_;  // of the search that begins when the worker has ended
+  std::uint64_t search_number_ = 0;
+  std::uint64_t path_edits_ = 0;
   MessageBoxes boxes_;
   DriveScreen drive_screen_;
   SectorRangeControls range_;

@@ -51,13 +51,15 @@ void Final_or_Stop_Screen(const ScanRequest& request, ScanState& state,
   }
 }
 
-void stop_usb_disk(AlertPanel& panel, ScanState& state) {
+bool stop_usb_disk(AlertPanel& panel, ScanState& state) {
   const AlertAnswer answer = panel.run({.message = u"\nDo you want to stop searching?",
                                         .default_button = u"Yes",
                                         .alternate_button = {},
                                         .other_button = u"No",
                                         .informative_text = {}});
-  if (answer == AlertAnswer::default_button) state.stop_now = 1;
+  if (answer != AlertAnswer::default_button) return false;
+  state.stop_now = 1;
+  return true;
 }
 
 }  // namespace norvo

@@ -13,7 +13,8 @@ namespace norvo {
 // run twice for one search.
 void Final_or_Stop_Screen(const ScanRequest& request, ScanState& state, ScanOperations& operations);
 
-// The Stop button: asks, and on Yes requests the stop, which the pass sees before its next sector.
-void stop_usb_disk(AlertPanel& panel, ScanState& state);
+// The Stop button: asks, and on Yes requests the stop, which the pass sees before its next sector,
+// and returns true.
+bool stop_usb_disk(AlertPanel& panel, ScanState& state);
 
 }  // namespace norvo

@@ -1,8 +1,8 @@
 // The flags and counters that the worker, the timer and the main thread share.
 //
 // Flags and counters are atomic and may be read and written by any thread; a reader may see a
-// value that is a moment old. The streams belong to the worker while a pass runs and to the main
-// thread afterwards.
+// value that is a moment old. The streams belong to the worker while `pass_running` is set and to
+// the main thread afterwards.
 #pragma once
 
 #include <atomic>
@@ -58,7 +58,8 @@ struct ScanState {
   // 1 when the final screen was shown, or will not be shown, for the running search.
   std::atomic<std::int32_t> stop_screen_already_show{0};
 
-  // Whether a pass has the streams below. A final screen that is shown meanwhile leaves them alone.
+  // Whether the passes of a search have the streams below. A final screen that is shown meanwhile
+  // leaves them alone, and `stop_now` to the pass, which has yet to see it.
   std::atomic<bool> pass_running{false};
 
   // The range in sectors, the end exclusive, and the index of the next sector to read.

@@ -10,7 +10,9 @@ namespace norvo {
 
 namespace {
 
+// The streams are the search's from here to its end, also between its passes.
 void begin_search(const ScanContext& context) {
+  context.state.pass_running = true;
   context.state.stop_screen_already_show = 0;
   context.state.outcome = SearchOutcome::completed;
 }
@@ -19,22 +21,12 @@ bool wants_thorough_pass(const ScanContext& context) {
   return context.request.thorough && context.state.stop_screen_already_show == 0;
 }
 
-// The streams are the pass's own until it returns.
-template <typename Work>
-bool run_pass(const ScanContext& context, const Work& work) {
-  context.state.pass_running = true;
-  const bool result = work();
-  context.state.pass_running = false;
-  return result;
-}
-
 bool photo_pass(const ScanContext& context, Pass pass, const SignatureTable& table) {
-  return run_pass(context, [&] { return PhotoScan(context, pass, table).Photo_Recovey_Mode(); });
+  return PhotoScan(context, pass, table).Photo_Recovey_Mode();
 }
 
 bool raw_file_pass(const ScanContext& context, Pass pass, const SignatureTable& table) {
-  return run_pass(context,
-                  [&] { return RawFileScan(context, pass, table).Raw_File_Recovey_Mode(); });
+  return RawFileScan(context, pass, table).Raw_File_Recovey_Mode();
 }
 
 void post_final_screen_once(const ScanContext& context) {
@@ -49,19 +41,18 @@ void Photo_Rec_Thread(const ScanContext& context, const SignatureTables& tables)
   if (photo_pass(context, Pass::general, tables.Ext_Array) && wants_thorough_pass(context)) {
     static_cast<void>(photo_pass(context, Pass::thorough, tables.Adv_Ext_Array));
   }
+  context.state.pass_running = false;
   post_final_screen_once(context);
 }
 
 void Raw_File_Rec_Thread(const ScanContext& context, const SelectedTables& tables) {
   begin_search(context);
-  if (!raw_file_pass(context, Pass::general, tables.CheckListHeader_Array)) {
-    post_final_screen_once(context);
-    return;
-  }
-  if (wants_thorough_pass(context)) {
+  const bool general_ended = raw_file_pass(context, Pass::general, tables.CheckListHeader_Array);
+  if (general_ended && wants_thorough_pass(context)) {
     static_cast<void>(raw_file_pass(context, Pass::thorough, tables.CheckListHeader_Adv_Array));
   }
-  if (context.operations.main_window_is_modal()) {
+  context.state.pass_running = false;
+  if (general_ended && context.operations.main_window_is_modal()) {
     context.state.stop_now = 1;
   } else {
     post_final_screen_once(context);

@@ -33,4 +33,9 @@ inline constexpr TextView file_types =
     u"\nPlease select the required extension type for recovery process. Press \u2018Next\u2019 "
     u"button to continue... ";
 
+inline constexpr TextView waiting_search =
+    u"\nThe previous search still waits for an answer of its drive. This search begins by itself "
+    u"as "
+    u"soon as that drive has answered or is unplugged.";
+
 }  // namespace norvo::guidance

@@ -91,6 +91,8 @@ void show_range_controls(WizardView& view, SettingsPage page, bool shown) {
 
 void Screens::show_settings(SettingsPage page) {
   set_page_hidden(view_, page, settings_controls, false);
+  const Control hint = on_page(Control::destination_hint, page);
+  view_.set_hidden(hint, view_.text(hint).empty());
   set_page_hidden(view_, page, disk_captions, false);
   const bool entire_disk = view_.is_on(on_page(Control::entire_disk_rd, page));
   const bool sector_range = view_.is_on(on_page(Control::sector_range_rd, page));

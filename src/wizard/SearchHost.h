@@ -9,7 +9,7 @@ class SearchHost {
  public:
   virtual ~SearchHost() = default;
 
-  // Withdraws a stop request.
+  // Withdraws a stop request, unless a pass has yet to see it.
   virtual void clear_stop_now() = 0;
 
   // Makes the tables and the found-files rows of the ticked types, in place of the previous ones.
@@ -18,11 +18,9 @@ class SearchHost {
   // Whether the drive can be opened; changes nothing that the wizard sees.
   virtual void Check_Have_Permissions(TextView disk_identifier) = 0;
 
-  // Starts the worker and the timer; returns at once.
+  // Starts the worker and the timer; returns at once. While the worker of an earlier search has not
+  // ended, the search begins when it has.
   virtual void start_search(const SearchSettings& settings) = 0;
-
-  // The Stop button.
-  virtual void stop_usb_disk() = 0;
 };
 
 }  // namespace norvo

@@ -1,6 +1,7 @@
 #include "wizard/TimeLeft.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <limits>
 
@@ -20,6 +21,21 @@ Text amount(double least, double most, TextView one, TextView many) {
   return u"About " + decimal(from) + u" to " + decimal(to) + u" " + Text(many);
 }
 
+// A speed as it is printed on cards and drives: MB is a million bytes.
+Text speed(double sectors_a_second) {
+  constexpr double sector_bytes = 512;
+  constexpr std::array<TextView, 4> units{u" B/s", u" KB/s", u" MB/s", u" GB/s"};
+  double number = sectors_a_second * sector_bytes;
+  std::size_t unit = 0;
+  for (; number >= 999.5 && unit + 1 < units.size(); ++unit) number /= 1000;
+  // Two digits at least, as far as there are any.
+  const auto tenths = static_cast<std::uint64_t>(std::llround(number * 10));
+  const bool shows_tenth = unit != 0 && tenths < 100;
+  Text text = decimal(shows_tenth ? tenths / 10 : static_cast<std::uint64_t>(std::llround(number)));
+  if (shows_tenth) text += u"." + decimal(tenths % 10);
+  return text + Text(units.at(unit));
+}
+
 }  // namespace
 
 void TimeLeft::begin(double sectors) {
@@ -30,6 +46,16 @@ void TimeLeft::begin(double sectors) {
 void TimeLeft::add(Clock::time_point now, double sectors) {
   samples_.push_back({now, sectors});
   while (samples_.size() > 1 && now - samples_.front().time > memory) samples_.pop_front();
+}
+
+// In sectors a second, over the last few seconds. With enough samples for that.
+double TimeLeft::current_rate() const {
+  const Sample& last = samples_.back();
+  const auto begin = std::find_if(samples_.rbegin(), samples_.rend(), [&](const Sample& sample) {
+    return last.time - sample.time >= slice;
+  });
+  const std::chrono::duration<double> seconds = last.time - begin->time;
+  return (last.sectors - begin->sectors) / seconds.count();
 }
 
 Text TimeLeft::text() const {
@@ -56,7 +82,7 @@ Text TimeLeft::text() const {
   const double unit = hours ? hour : minute;
   return amount(least / unit, most / unit, hours ? u"hour" : u"minute",
                 hours ? u"hours" : u"minutes") +
-         u" left in this pass";
+         u" left in this pass, " + speed(current_rate());
 }
 
 }  // namespace norvo

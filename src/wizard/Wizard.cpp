@@ -42,14 +42,14 @@ void Wizard::leave_drives() {
   setting_.state.screen_counter = 1;
   view.set_text(Control::help_info, guidance::entire_disk);
   view.set_text(on_page(Control::path, settings_page(mode)), u"");
-  view.set_text(Control::disk_identifier, drive.nsStrDiskIdentifier);
-  view.set_text(Control::sectors_val, drive.nsStrSectors);
-  show_drive(settings_page(mode), drive);
-  for (const SettingsPage page : {SettingsPage::photo, SettingsPage::signature}) {
+  view.set_text(on_page(Control::destination_hint, settings_page(mode)), u"");
+  constexpr std::array pages{SettingsPage::photo, SettingsPage::signature};
+  for (const SettingsPage page : pages) {
     view.set_on(on_page(Control::entire_disk_rd, page), true);
     view.set_on(on_page(Control::sector_range_rd, page), false);
-    setting_.range.reset_range(page, drive.nsStrSectors);
   }
+  show_drive(settings_page(mode), drive);
+  for (const SettingsPage page : pages) setting_.range.reset_range(page, drive.nsStrSectors);
   if (mode == 0) view.set_on(Control::Thro_Mode_Chk, true);
   view.set_text(Control::Search_Type, search_type(mode).label);
   view.set_hidden(Control::Search_Type, false);
@@ -62,7 +62,9 @@ void Wizard::show_drive(SettingsPage page, const MyDataObject& drive) {
   const auto set = [&](Control control, TextView text) {
     setting_.view.set_text(on_page(control, page), text);
   };
+  setting_.view.set_text(Control::disk_identifier, drive.nsStrDiskIdentifier);
   set(Control::disk_val, displayable(drive.nsStrDiskIdentifier));
+  setting_.view.set_text(Control::sectors_val, drive.nsStrSectors);
   set(Control::vol_name_val, displayable(drive.nsStrVolName));
   set(Control::file_system_val, displayable(drive.nsStrFileSystem));
   set(Control::size_val, drive.nsStrSize);
@@ -145,6 +147,14 @@ void Wizard::start_search() {
       .destination = setting_.destination.folder(page)};
   setting_.host.Check_Have_Permissions(settings.disk_identifier);
   setting_.host.start_search(settings);
+}
+
+void Wizard::show_waiting_search() {
+  WizardView& view = setting_.view;
+  view.set_text(Control::help_info, guidance::waiting_search);
+  view.set_text(Control::Mode_label, u"");
+  view.set_text(Control::sector_label, u"");
+  view.set_value(Control::Progress_Horz, std::nullopt);
 }
 
 void Wizard::Back_btn() {

@@ -2,7 +2,6 @@
 // started. Main thread.
 #pragma once
 
-#include "results/FoundFilesTable.h"
 #include "results/Gallery.h"
 #include "sigdb/FileTypeCheckList.h"
 #include "sigdb/SignatureTables.h"
@@ -47,6 +46,9 @@ class Wizard {
   // The check list: the select-all box, and a box of one row.
   void Select_Unselect_Check_btn();
   void tick(std::size_t row, bool on);
+
+  // The search that was just started cannot begin before an earlier one has ended.
+  void show_waiting_search();
 
   Screens& screens() { return screens_; }
 

@@ -4,9 +4,13 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <atomic>
+#include <chrono>
+#include <cstring>
 #include <filesystem>
 #include <iterator>
 #include <string>
+#include <thread>
 #include <tuple>
 #include <vector>
 
@@ -99,6 +103,31 @@ class FileSearchTest : public testing::Test {
   test::Recorder recorder_;
   ReportList list_;
 };
+
+// It may wait for its drive for a long time, and the person go on to another choice.
+TEST_F(FileSearchTest, ARunningSearchKeepsTheTypesThatItWasStartedWith) {
+  MyTableController controller(u"Norvo Spruce", opener_, recorder_, list_);
+  prepare(controller);
+  controller.hand_over_selection(1);
+  std::atomic<bool> asked{false};
+  std::atomic<bool> answers{false};
+  medium_.made_sectors = 4;
+  medium_.sector = [&](std::uint64_t, std::span<std::byte> sector) {
+    asked = true;
+    answers.wait(false);
+    std::memcpy(sector.data(), "RIFF", 4);
+  };
+  ScanRequest four_sectors = request();
+  four_sectors.sectors_val = medium_.made_sectors;
+  controller.start_search(four_sectors);
+  while (!asked) std::this_thread::sleep_for(std::chrono::milliseconds(1));
+  controller.check_list().Select_Unselect_Check(false);
+  controller.hand_over_selection(1);
+  answers = true;
+  answers.notify_all();
+  controller.wait_for_worker();
+  EXPECT_EQ(list_.reports.size(), 4U);
+}
 
 TEST_F(FileSearchTest, BeforeTheScanEveryTickedTypeShowsZeroAndNoFile) {
   MyTableController controller(u"Norvo Spruce", opener_, recorder_, list_);

@@ -312,6 +312,21 @@ TEST_F(ControllerTest, AStopEndsTheSearchWithoutAThoroughPass) {
   EXPECT_GE(recorder_.all<test::FinalScreenPosted>().size(), 1U);
 }
 
+TEST_F(ControllerTest, TheWorkersLastActIsToTellOfItsEnd) {
+  fill_medium();
+  MyTableController controller(u"Norvo Spruce", opener_, recorder_, list_);
+  controller.load_signature_tables(folder_.path());
+  std::size_t final_screens = 0;
+  std::thread::id teller;
+  controller.start_search(request(), nullptr, [&] {
+    final_screens = recorder_.all<test::FinalScreenPosted>().size();
+    teller = std::this_thread::get_id();
+  });
+  controller.wait_for_worker();
+  EXPECT_EQ(final_screens, 1U);
+  EXPECT_NE(teller, std::this_thread::get_id());
+}
+
 TEST_F(ControllerTest, AStopClosesTheDeviceOnlyWhenNothingReadsItAnyMore) {
   SlowOpener opener;
   MyTableController controller(u"Norvo Spruce", opener, recorder_, list_);
@@ -327,14 +342,14 @@ TEST_F(ControllerTest, AStopClosesTheDeviceOnlyWhenNothingReadsItAnyMore) {
 TEST_F(ControllerTest, TheStopButtonAsksFirst) {
   MyTableController controller(u"Norvo Spruce", opener_, recorder_, list_);
   AnsweringPanel no(AlertAnswer::other_button);
-  controller.stop_usb_disk(no);
+  EXPECT_FALSE(controller.stop_usb_disk(no));
   EXPECT_EQ(controller.state().stop_now, 0);
   EXPECT_EQ(no.shown.message, u"\nDo you want to stop searching?");
   EXPECT_EQ(no.shown.default_button, u"Yes");
   EXPECT_EQ(no.shown.other_button, u"No");
 
   AnsweringPanel yes(AlertAnswer::default_button);
-  controller.stop_usb_disk(yes);
+  EXPECT_TRUE(controller.stop_usb_disk(yes));
   EXPECT_EQ(controller.state().stop_now, 1);
 }
 

@@ -48,10 +48,14 @@ SessionHarness::SessionHarness(std::uint64_t sectors)
           [](TextView identifier) {
             return std::filesystem::path("/dev/r" + utf8_from_text(identifier));
           },
-      .lies_on_device = [](const std::filesystem::path&,
-                           const std::filesystem::path&) { return false; },
+      .lies_on_device =
+          [this](const std::filesystem::path& saved_to, const std::filesystem::path& device) {
+            asked_on_device.emplace_back(saved_to, device);
+            return lies_on_device;
+          },
       .searching_changed =
           [this](bool searching) { log.add(searching ? "search begins" : "search ends"); },
+      .modal_session_is_open = [this] { return modal_session; },
       .out = out,
       .log = system_log});
   session->set_up();

@@ -9,6 +9,7 @@
 #include <memory>
 #include <sstream>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "app/WindowSession.h"
@@ -27,6 +28,7 @@ class PathKeepingOpener final : public DeviceOpener {
  public:
   explicit PathKeepingOpener(FakeMedium& medium) : opener_(medium) {}
   OpenedDevice open(const std::filesystem::path& path) override {
+    asked = true;
     held_.wait(true);
     paths.push_back(path);
     return opener_.open(path);
@@ -41,6 +43,7 @@ class PathKeepingOpener final : public DeviceOpener {
   }
 
   std::vector<std::filesystem::path> paths;  // of one worker at a time
+  std::atomic<bool> asked = false;           // to open, held or not
 
  private:
   std::atomic<bool> held_ = false;
@@ -92,6 +95,9 @@ class SessionHarness {
   FakeDiskUtility disks{log};
   RecordingView view{log};
   QueuedMainThread main_thread;
+  bool modal_session = false;   // a dialog is open
+  bool lies_on_device = false;  // every folder on every device
+  std::vector<std::pair<std::filesystem::path, std::filesystem::path>> asked_on_device;
   std::chrono::seconds ahead{0};  // of the time that it is
   WindowOperations operations{main_thread, [this] { return TimeLeft::Clock::now() + ahead; }};
   MyTableController controller{u"Norvo Birch", opener, operations, operations};

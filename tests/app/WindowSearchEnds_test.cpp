@@ -133,6 +133,24 @@ TEST_P(EitherSearch, ThatCannotOpenItsDriveSaysWhy) {
   EXPECT_EQ(count(steps, "run SaveFile_Info"), 0);
 }
 
+// The person may want to choose another folder before trying again.
+TEST_P(EitherSearch, ThatCannotOpenItsDriveShowsTheWarningOfItsSettingsAgain) {
+  SessionHarness bench;
+  const Control hint = photos() ? Control::destination_hint : Control::destination_hint_Sig;
+  bench.medium.open_error = ENOENT;
+  bench.lies_on_device = true;
+  bench.go_to_settings(GetParam());
+  bench.session->changed(photos() ? Control::path : Control::path_Sig);
+  bench.main_thread.run_all();
+  ASSERT_FALSE(bench.view.is_hidden(hint));
+  bench.session->clicked(Control::next_btn);
+  EXPECT_TRUE(bench.view.is_hidden(hint));
+  if (!photos()) bench.session->clicked(Control::next_btn);
+  ASSERT_TRUE(bench.finish_search());
+  if (!photos()) bench.session->clicked(Control::back_btn);
+  EXPECT_FALSE(bench.view.is_hidden(hint));
+}
+
 TEST_P(EitherSearch, CanBeTriedAgainWhenTheDriveOpensAfterAll) {
   SessionHarness bench;
   bench.medium.open_error = EPERM;

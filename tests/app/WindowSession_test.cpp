@@ -4,8 +4,10 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <chrono>
+#include <cstdint>
+#include <filesystem>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "app/SessionHarness.h"
@@ -15,9 +17,14 @@
 namespace norvo::test {
 namespace {
 
-using testing::Contains;
 using testing::ElementsAre;
 using testing::IsEmpty;
+
+using FolderOnDevice = std::pair<std::filesystem::path, std::filesystem::path>;
+
+const std::string on_the_drive =
+    "This folder lies on the drive to be searched. What is saved there can overwrite what is still "
+    "to be found; please choose a folder on another drive.";
 
 class WindowSessionTest : public testing::Test {
  protected:
@@ -109,7 +116,73 @@ TEST_F(WindowSessionTest, EachTextMovesItsOwnSlider) {
   EXPECT_EQ(bench_.view.value(Control::Start_Slider_Sig), 3);
   typed(Control::End_slider_val_Sig, u"4");
   EXPECT_EQ(bench_.view.value(Control::End_Slider_Sig), 4);
-  EXPECT_THAT(typed(Control::path, u"/5"), IsEmpty());
+}
+
+// In the time of one look a person types several letters.
+TEST_F(WindowSessionTest, ATypedDestinationIsLookedAtWhenTheTypingPauses) {
+  bench_.lies_on_device = true;
+  for (const std::int32_t mode : {0, 1}) {
+    const Control path = mode == 0 ? Control::path : Control::path_Sig;
+    const Control hint = mode == 0 ? Control::destination_hint : Control::destination_hint_Sig;
+    bench_.go_to_settings(mode);
+    bench_.main_thread.hold_delays = true;
+    bench_.asked_on_device.clear();
+    EXPECT_THAT(typed(path, u"/5"), IsEmpty());
+    EXPECT_THAT(typed(path, u"/56"), IsEmpty());
+    bench_.main_thread.let_delays_pass();
+    EXPECT_EQ(utf8_from_text(bench_.view.text(hint)), on_the_drive);
+    EXPECT_FALSE(bench_.view.is_hidden(hint));
+    EXPECT_THAT(bench_.asked_on_device, ElementsAre(FolderOnDevice("/56", "/dev/rsdb1")));
+
+    typed(path, u"");
+    bench_.main_thread.let_delays_pass();
+    EXPECT_TRUE(bench_.view.is_hidden(hint));
+    clicked(Control::back_btn);
+  }
+}
+
+TEST_F(WindowSessionTest, ATypedDestinationIsNotLookedAtWhenItsScreenIsLeft) {
+  bench_.lies_on_device = true;
+  bench_.go_to_settings(0);
+  bench_.main_thread.hold_delays = true;
+  typed(Control::path, u"/5");
+  clicked(Control::back_btn);
+  bench_.main_thread.let_delays_pass();
+  EXPECT_TRUE(bench_.view.is_hidden(Control::destination_hint));
+  EXPECT_THAT(bench_.asked_on_device, IsEmpty());
+}
+
+TEST_F(WindowSessionTest, ADestinationIsComparedWithTheDiskImageThatIsSearched) {
+  const std::filesystem::path image = bench_.folder.path() / "card.img";
+  write_file(image, std::string(1024, 'x'));
+  bench_.session->disk_image_chosen(image);
+  bench_.session->clicked(Control::next_btn);
+  typed(Control::path, u"/out");
+  bench_.main_thread.run_all();
+  EXPECT_THAT(bench_.asked_on_device, ElementsAre(FolderOnDevice("/out", image)));
+  EXPECT_EQ(bench_.view.text(Control::destination_hint), u"");
+}
+
+// A large file without contents is reported until the destination has less room than the files.
+TEST_F(WindowSessionTest, ADestinationIsComparedWithWhatTheLastSearchHasFound) {
+  const std::filesystem::path file = bench_.folder.path() / "large.jpg";
+  constexpr std::uint64_t bytes = std::uint64_t{1} << 37U;
+  write_file(file, "");
+  std::filesystem::resize_file(file, bytes);
+  bench_.go_to_settings(0);
+  const auto hint_with_room_for = [&](std::uint64_t found) {
+    for (bench_.operations.begin_search(); bench_.operations.found_bytes() < found;) {
+      bench_.operations.file_reported(file, u"", u"", {});
+    }
+    typed(Control::path, text_from_utf8_lossy(bench_.folder.path().native()));
+    bench_.main_thread.run_all();
+    return utf8_from_text(bench_.view.text(Control::destination_hint));
+  };
+  const std::uint64_t room = std::filesystem::space(bench_.folder.path()).available;
+  EXPECT_EQ(hint_with_room_for(0), "");
+  EXPECT_EQ(hint_with_room_for(room + bytes),
+            "This folder has less room than the files that were found so far; please choose a "
+            "folder with more room.");
 }
 
 TEST_F(WindowSessionTest, BothBrowseButtonsFillBothFields) {
@@ -171,17 +244,6 @@ TEST_F(WindowSessionTest, OnlyTheFileWindowPreviewsItsSelection) {
   bench_.session->selection_changed(Control::imageBrowser_2);
   EXPECT_THAT(bench_.happened(),
               ElementsAre("clear preview", text_set("_QuickLook_View_Box", "a"), "preview /out/a"));
-}
-
-TEST_F(WindowSessionTest, AStopDuringAPreviewLeadsToTheFinalScreenASecondAfterIt) {
-  bench_.session->preview_shown();
-  EXPECT_THAT(bench_.main_thread.delays, IsEmpty()) << "nobody has asked for a stop";
-  bench_.controller.state().stop_now = 1;
-  bench_.session->preview_shown();
-  EXPECT_THAT(bench_.main_thread.delays, ElementsAre(std::chrono::milliseconds(1000)));
-  EXPECT_THAT(bench_.happened(), IsEmpty()) << "the preview is looked at";
-  bench_.main_thread.run_all();
-  EXPECT_THAT(bench_.happened(), Contains("run SaveFile_Info"));
 }
 
 TEST_F(WindowSessionTest, ThePlaceholderOfTheResourcesIsNotOpened) {

@@ -85,6 +85,9 @@ class Desktop:
         self.tool('type', '--delay', '10', text)
         time.sleep(0.2)
 
+    def shows_window(self, title: str) -> bool:
+        return bool(self.tool('search', '--onlyvisible', '--name', title))
+
     def active_title(self) -> str:
         return self.tool('getactivewindow', 'getwindowname')
 

@@ -4,6 +4,7 @@
 With NORVO_PICTURES=FOLDER it saves a picture of each step there.
 """
 import os
+import subprocess
 import time
 from pathlib import Path
 
@@ -11,6 +12,7 @@ from desktop import PATIENCE, Desktop, until
 from disks import format_fat, copy_to_fat, delete_from_fat, empty_image, write_files
 from harness import Case, main, need_tools
 from pictures import make_jpegs
+from served_file import ServedFile
 
 BUNDLES = Path(os.environ.get('NORVO_BUNDLES', 'build/release/bundles'))
 TITLE = 'Norvo Recovery for All Media'
@@ -19,6 +21,11 @@ MIB = 1 << 20
 
 def setUpModule() -> None:
     need_tools('Xvfb', 'openbox', 'xdotool', 'xprop', 'import', 'mkfs.fat', 'mcopy', 'mdel')
+
+
+def has_ended(process: subprocess.Popen[bytes]) -> bool:
+    """Whether its main thread is gone, wherever the others are."""
+    return Path(f'/proc/{process.pid}/stat').read_text().rpartition(') ')[2].startswith('Z')
 
 
 def executable(edition: str) -> Path:
@@ -63,6 +70,18 @@ class Window(Case):
         desktop.wait_for_window(f'{TITLE} - Photo Search')
         self.step(desktop, '4-settings')
 
+    def start_photo_search(self, desktop: Desktop, image: Path) -> subprocess.Popen[bytes]:
+        """The program, which searches the image that it was started with."""
+        self.destination.mkdir()
+        program = desktop.start(executable('Spruce'), 'a', 'b', 'c', image)
+        desktop.wait_for_window(TITLE)
+        desktop.key('alt+n')
+        desktop.wait_for_window(f'{TITLE} - Photo Search')
+        desktop.key('alt+f')
+        desktop.type(str(self.destination))
+        desktop.key('alt+n')
+        return program
+
     def recovered(self) -> list[bytes]:
         files = sorted((self.destination / 'Norvo Spruce Results').rglob('*.JPG'))
         return [file.read_bytes() for file in files]
@@ -98,19 +117,32 @@ class Window(Case):
         image, _ = self.card(2, 64 * MIB)
         with image.open('r+b') as stream:
             stream.truncate(1 << 42)
-        self.destination.mkdir()
         with Desktop() as desktop:
-            program = desktop.start(executable('Spruce'), 'a', 'b', 'c', image)
-            desktop.wait_for_window(TITLE)
-            desktop.key('alt+n')
-            desktop.wait_for_window(f'{TITLE} - Photo Search')
-            desktop.key('alt+f')
-            desktop.type(str(self.destination))
-            desktop.key('alt+n')
+            program = self.start_photo_search(desktop, image)
             until(lambda: len(self.recovered()) == 2, 'the pictures')
             desktop.key('alt+x')
             desktop.wait_for_box(TITLE)
             desktop.key('Return')
+            self.assertEqual(program.wait(PATIENCE), 0)
+
+    def test_leaving_a_search_whose_drive_does_not_answer_does_not_wait_for_it(self) -> None:
+        image, _ = self.card(2, 64 * MIB)
+        gate = self.folder / 'gate'
+        served = ServedFile(self, image, self.folder / 'mount', '--gate', str(gate),
+                            '--gate-offset', str(32 * MIB))
+        with Desktop() as desktop:
+            try:
+                program = self.start_photo_search(desktop, served.path)
+                until(Path(f'{gate}.reached').exists, 'a read that is not answered')
+                desktop.key('alt+x')
+                desktop.wait_for_box(TITLE)
+                desktop.key('Return')
+                # The system keeps the process until the reading thread's last call returns, and
+                # would keep its windows as well.
+                until(lambda: has_ended(program), 'the end of the program')
+                until(lambda: not desktop.shows_window(TITLE), 'the end of the window')
+            finally:
+                gate.touch()
             self.assertEqual(program.wait(PATIENCE), 0)
 
     def copied_bundle(self, name: str, property_list: str | None) -> Path:

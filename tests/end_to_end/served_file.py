@@ -59,6 +59,7 @@ class Served:
                                                       (offset + size - 1) // SECTOR + 1)):
             raise OSError(errno.EIO, '')
         if self.gate and offset + size > self.gate_offset:
+            Path(f'{self.gate}.reached').touch()
             while not os.path.exists(self.gate):
                 time.sleep(0.005)
         if self.rate:
@@ -133,8 +134,9 @@ def main() -> None:
     parser.add_argument('mountpoint')
     parser.add_argument('--bad-sectors', default='', help='numbers with commas between them')
     parser.add_argument('--bytes-per-second', type=int, default=0)
-    parser.add_argument('--gate', help='reads past --gate-offset wait until this file is there; '
-                        'nothing is read ahead, or what is asked for would wait for that as well')
+    parser.add_argument('--gate', help='reads past --gate-offset wait until this file is there, '
+                        'and make one of this name and .reached; nothing is read ahead, or what is '
+                        'asked for would wait for that as well')
     parser.add_argument('--gate-offset', type=int, default=0)
     options = parser.parse_args()
     fusepy.FUSE(Served(options), options.mountpoint, foreground=True, raw_fi=False, ro=True,

@@ -11,6 +11,7 @@
 #include <stdexcept>
 #include <thread>
 #include <utility>
+#include <vector>
 
 #include "wizard/MainThread.h"
 
@@ -35,12 +36,21 @@ class QueuedMainThread final : public MainThread {
     arrived_.notify_all();
   }
 
-  // Posts at once: a test reads the delays and waits for none.
+  // Posts at once, or in let_delays_pass() when delays are held: a test waits for none.
   void post_after(std::chrono::milliseconds delay, std::function<void()> work) override {
     delays.push_back(delay);
-    post(std::move(work));
+    if (hold_delays) {
+      delayed_.push_back(std::move(work));
+    } else {
+      post(std::move(work));
+    }
+  }
+  void let_delays_pass() {
+    for (auto& work : std::exchange(delayed_, {})) post(std::move(work));
+    run_all();
   }
   std::vector<std::chrono::milliseconds> delays;  // main thread
+  bool hold_delays = false;                       // main thread
 
   void call_and_wait(const std::function<void()>& work) override {
     if (std::this_thread::get_id() == main_) return work();
@@ -114,6 +124,7 @@ class QueuedMainThread final : public MainThread {
   std::condition_variable arrived_;
   std::deque<std::function<void()>> queue_;
   std::deque<std::shared_ptr<std::promise<void>>> waiting_;
+  std::vector<std::function<void()>> delayed_;  // main thread
   bool closed_ = false;
 };
 

@@ -274,7 +274,7 @@ void WindowShowcase::show_gallery(bool any, bool ended) {
   }
   show_progress(u"( Currently performing Search based on: Norvo General Recovery Procedure )",
                 u"Sectors 107649434 of 250347520   ( Completed 43% )",
-                u"About 5 to 6 minutes left in this pass");
+                u"About 13 to 14 minutes left in this pass, 92 MB/s");
   if (any) {
     window_->set_text(Control::ClearThumbnail_Label,
                       u"To maintain the speed of recovery, thumbnail preview window is cleared "
@@ -316,7 +316,7 @@ void WindowShowcase::show_found_files(bool ended) {
   }
   show_progress(u"( Currently performing Search based on: Norvo Thorough Scanning Algorithm )",
                 u"Sectors 107649434 of 250347520   ( Completed 43% )",
-                u"About 58 to 64 minutes left in this pass");
+                u"About 58 to 64 minutes left in this pass, 20 MB/s");
 }
 
 void WindowShowcase::show_movie(TextView name) {

@@ -90,6 +90,12 @@ TEST(SectorRange, ReachesBeyond32Bits) {
   EXPECT_EQ(check_sector_range(u"0", u"34359738369", u"34359738368"), invalid_end);
 }
 
+// Beyond 2 to the 53rd a number has neighbours that are the same as a floating-point number.
+TEST(SectorRange, TheSectorCountIsComparedAsAFloatingPointNumber) {
+  EXPECT_EQ(check_sector_range(u"0", u"9007199254740993", u"9007199254740992"), std::nullopt);
+  EXPECT_EQ(check_sector_range(u"0", u"9007199254740994", u"9007199254740992"), invalid_end);
+}
+
 TEST(SectorRange, NothingCanBeSearchedOnADriveWithoutSectors) {
   EXPECT_EQ(check_sector_range(u"0", u"0", u"0"), wrong_order);
   EXPECT_EQ(check_sector_range(u"0", u"1", u"0"), invalid_end);

@@ -8,6 +8,7 @@
 #include <functional>
 #include <regex>
 #include <string>
+#include <utility>
 
 namespace norvo::test {
 namespace {
@@ -30,7 +31,15 @@ class Pass {
   void run(int seconds, double speed) {
     run(seconds, [speed](int) { return speed; });
   }
-  std::string text() const { return utf8_from_text(time_left_.text()); }
+  // What is said, without the speed behind it.
+  std::string text() const {
+    const std::string all = utf8_from_text(time_left_.text());
+    return all.substr(0, all.find(','));
+  }
+  std::string speed() const {
+    const std::string all = utf8_from_text(time_left_.text());
+    return all.empty() ? "" : all.substr(all.find(',') + 2);
+  }
   void begin(double sectors) {
     time_left_.begin(sectors);
     done_ = 0;
@@ -146,6 +155,47 @@ TEST(TimeLeft, OfAnEmptyPassIsShortOrUnknown) {
   Pass pass(0);
   pass.run(30, 0.0);
   EXPECT_EQ(pass.text(), "");
+}
+
+TEST(TimeLeft, IsFollowedByTheSpeed) {
+  TimeLeft time_left;
+  time_left.begin(10'500'000);
+  for (int second = 0; second <= 20; ++second) {
+    time_left.add(TimeLeft::Clock::time_point(std::chrono::seconds(second)), second * 20'000.0);
+  }
+  EXPECT_EQ(utf8_from_text(time_left.text()), "About 8 to 9 minutes left in this pass, 10 MB/s");
+}
+
+TEST(Speed, IsThatOfTheLastFiveSeconds) {
+  Pass pass(1e9);
+  pass.run(60, 1e6);
+  EXPECT_EQ(pass.speed(), "512 MB/s");
+  pass.run(4, 1e5);
+  EXPECT_EQ(pass.speed(), "143 MB/s") << "one second of the fast ones";
+  pass.run(1, 1e5);
+  EXPECT_EQ(pass.speed(), "51 MB/s");
+}
+
+TEST(Speed, HasAFractionWhereThereIsOneDigitOnly) {
+  const std::pair<double, std::string> speeds[] = {
+      {1, "512 B/s"},       {0.01, "5 B/s"},         {2, "1.0 KB/s"},         {15, "7.7 KB/s"},
+      {19.4, "9.9 KB/s"},   {19.5, "10 KB/s"},       {1951, "999 KB/s"},      {1953, "1.0 MB/s"},
+      {180'000, "92 MB/s"}, {1'951'000, "999 MB/s"}, {1'953'000, "1.0 GB/s"}, {1e10, "5120 GB/s"}};
+  for (const auto& [sectors, said] : speeds) {
+    Pass pass(1e15);
+    pass.run(11, sectors);
+    EXPECT_EQ(pass.speed(), said) << sectors;
+  }
+}
+
+TEST(Speed, IsUnknownAsLongAsTheTimeIs) {
+  Pass pass(1e6);
+  pass.run(9, 1000);
+  EXPECT_EQ(pass.speed(), "");
+  pass.run(30, 1000);
+  EXPECT_EQ(pass.speed(), "512 KB/s");
+  pass.run(10, 0.0);
+  EXPECT_EQ(pass.speed(), "");
 }
 
 TEST(TimeLeft, IsAlwaysARangeFromSmallToLargeThatHoldsTheTruth) {

@@ -65,14 +65,12 @@ TEST(WizardDrives, BackDoesNothing) {
   EXPECT_EQ(bench.state.screen_counter, 0);
 }
 
-// The labels of the page of the search type, and the range of either page, as Next sets them.
+// The range of a page, as Next sets it.
 std::vector<std::string> range_reset(const std::string& suffix, const std::string& sectors) {
   const auto text = [&](const std::string& name, const std::string& value) {
     return text_set(name + suffix, value);
   };
-  return {"on _entire_disk_rd" + suffix,
-          "off _sector_range_rd" + suffix,
-          "range _Start_Slider" + suffix + " 0 to " + sectors,
+  return {"range _Start_Slider" + suffix + " 0 to " + sectors,
           "value _Start_Slider" + suffix + " 0",
           text("_Start_Sec_Min_val", "0"),
           text("_Start_Sec_Max_val", sectors),
@@ -84,15 +82,21 @@ std::vector<std::string> range_reset(const std::string& suffix, const std::strin
           text("_End_slider_val", sectors)};
 }
 
+// The choice and the range of either page, and the labels of the page of the search type.
 std::vector<std::string> drive_taken(const std::string& suffix) {
   const auto text = [&](const std::string& name, const std::string& value) {
     return text_set(name + suffix, value);
   };
   std::vector<std::string> steps{text_set("_help_info", entire_disk_help),
                                  text("_path", ""),
+                                 text("_destination_hint", ""),
+                                 "on _entire_disk_rd",
+                                 "off _sector_range_rd",
+                                 "on _entire_disk_rd_Sig",
+                                 "off _sector_range_rd_Sig",
                                  text_set("_disk_identifier", "sdb1"),
-                                 text_set("_sectors_val", "1000"),
                                  text("_disk_val", "sdb1"),
+                                 text_set("_sectors_val", "1000"),
                                  text("_vol_name_val", "HOLIDAY"),
                                  text("_file_system_val", "FAT32"),
                                  text("_size_val", "500.00  KB "),
@@ -154,6 +158,23 @@ TEST_P(EachSignatureSearch, NextGoesToItsOwnSettingsPage) {
   EXPECT_THAT(bench.happened(), ElementsAreArray(steps));
   EXPECT_EQ(bench.view.visible(), signature_settings() + search_type_label);
   EXPECT_EQ(bench.state.screen_counter, 1);
+}
+
+// The warning was about a folder that the field does not name any more.
+TEST(WizardDrives, TheEmptyPathHasNoWarning) {
+  for (const std::int32_t mode : {0, 1}) {
+    WizardHarness bench;
+    bench.go_to_settings(mode);
+    bench.facts.on_drive = true;
+    bench.notices.chosen_folder = "/out";
+    bench.destination.Browse_Path();
+    bench.wizard.Back_btn();
+    bench.choose_mode(mode);
+    bench.wizard.Next_btn();
+    EXPECT_EQ(bench.state.screen_counter, 1);
+    EXPECT_FALSE(bench.view.visible().contains("_destination_hint"));
+    EXPECT_FALSE(bench.view.visible().contains("_destination_hint_Sig"));
+  }
 }
 
 TEST(WizardDrives, TheOtherPageKeepsItsPath) {

@@ -31,7 +31,6 @@ class FakeHost final : public SearchHost {
     started = settings;
     log_.add("start search");
   }
-  void stop_usb_disk() override { log_.add("stop"); }
 
  private:
   EventLog& log_;

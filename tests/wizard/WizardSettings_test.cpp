@@ -200,6 +200,17 @@ TEST(WizardSettings, AVideoSearchTakesTheOtherPageAndItsOwnThoroughBox) {
                                                  .destination = "/out"}));
 }
 
+TEST(WizardSettings, AVideoSearchWithoutItsThoroughBoxHasOnePass) {
+  WizardHarness bench;
+  bench.go_to_screen_3(1);
+  EXPECT_TRUE(bench.view.is_on(Control::Thro_Mode_Chk_SIG));
+  bench.view.turn(Control::Thro_Mode_Chk_SIG, false);
+  bench.view.turn(Control::Thro_Mode_Chk, true);
+  bench.wizard.Next_btn();
+  ASSERT_TRUE(bench.host.started);
+  EXPECT_FALSE(bench.host.started->thorough);
+}
+
 TEST(WizardSettings, WithoutTouchingTheRangeTheEntireDiskIsSearched) {
   WizardHarness bench;
   bench.go_to_screen_3(0);

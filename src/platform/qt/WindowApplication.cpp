@@ -40,6 +40,15 @@ void name_menu_entry(const Text& bundle_identifier) {
   QApplication::setWindowIcon(QIcon::fromTheme(name, QApplication::windowIcon()));
 }
 
+// No search is waited for: a drive that does not answer would keep the process for minutes. As long
+// as one of its threads waits for a drive, the system keeps what is left of the process, and its
+// window if that is still there.
+[[noreturn]] void leave_at_once(WindowProgram& program, int status) {
+  program.window().hide();
+  QApplication::processEvents();
+  std::_Exit(status);
+}
+
 }  // namespace
 
 int run_window_application(int argc, char** argv, DeviceOpener& opener) {
@@ -68,8 +77,7 @@ int run_window_application(int argc, char** argv, DeviceOpener& opener) {
   for (int i = first_image; i < argc; ++i) program.open_disk_image(argv[i]);
   const int status = QApplication::exec();
   program.shutdown();
-  // No search is waited for: a drive that does not answer would keep the process for minutes.
-  if (program.is_searching()) std::_Exit(status);
+  if (program.has_worker()) leave_at_once(program, status);
   return status;
 }
 

@@ -82,6 +82,7 @@ WindowSession::Setting WindowProgram::session_setting() {
                 surroundings_.sleep_guard->hold_off_sleep(on);
                 thumbnails_.set_background(on);
               },
+          .modal_session_is_open = [] { return QApplication::activeModalWidget() != nullptr; },
           .out = std::cout,
           .log = std::clog};
 }

@@ -55,6 +55,9 @@ class WindowProgram {
   void shutdown() { main_thread_.shutdown(); }
 
   bool is_searching() const { return session_.is_searching(); }
+
+  // Whether a search has a thread that may still wait for its drive.
+  bool has_worker() const { return session_.has_worker(); }
   MainWindow& window() { return window_; }
   MyTableController& controller() { return controller_; }
 

@@ -65,6 +65,8 @@ TEST_P(FileFlow, AllTypesAreTickedAndTheFileIsFoundCountedAndNamed) {
                           (utf8_from_text(GetParam().bundle_name) + " Results") /
                           GetParam().folder / "General Recovery Results" / GetParam().extension;
   EXPECT_FALSE(fs::is_empty(folder));
+  EXPECT_TRUE(
+      fs::exists(folder.parent_path().parent_path() / "Omitted (recovered by Thorough Scan)"));
   auto* const table = qobject_cast<QAbstractItemView*>(&flow.widget(Control::idSigTableView));
   int counted = 0;
   for (int row = 0; row < table->model()->rowCount(); ++row) {
@@ -72,6 +74,18 @@ TEST_P(FileFlow, AllTypesAreTickedAndTheFileIsFoundCountedAndNamed) {
     counted = cell(flow, Control::idSigTableView, row, 1).toInt();
   }
   EXPECT_EQ(counted, 1);
+}
+
+TEST_P(FileFlow, WithoutTheThoroughScanThereIsOnePass) {
+  test::WindowFlow flow(medium_, GetParam().bundle_name);
+  go_to_check_list(flow);
+  flow.click(Control::Thro_Mode_Chk_SIG);
+  ASSERT_TRUE(flow.search_to_the_end());
+  const fs::path results = flow.destination() /
+                           (utf8_from_text(GetParam().bundle_name) + " Results") /
+                           GetParam().folder;
+  EXPECT_TRUE(fs::exists(results / "General Recovery Results"));
+  EXPECT_FALSE(fs::exists(results / "Omitted (recovered by Thorough Scan)"));
 }
 
 TEST_P(FileFlow, WithoutATypeTheSearchDoesNotStart) {

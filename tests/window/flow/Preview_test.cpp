@@ -4,15 +4,11 @@
 #include <gtest/gtest.h>
 
 #include <QAbstractItemView>
-#include <QElapsedTimer>
 #include <QLabel>
 #include <QSlider>
 #include <QTest>
 #include <QToolButton>
-#include <atomic>
 #include <cstdlib>
-#include <cstring>
-#include <thread>
 
 #include "support/FileContent.h"
 #include "window/flow/WindowFlow.h"
@@ -118,44 +114,6 @@ TEST_F(Preview, AFileOfUnknownTypeHasAnIcon) {
   flow_.select_row(Control::imageBrowser_2, 0);
   ASSERT_TRUE(flow_.wait_until([this] { return !picture().pixmap().isNull(); }));
   EXPECT_TRUE(flow_.is_visible(Control::QuickLook_View));
-}
-
-// The drive does not answer, so the search does not see the stop.
-TEST(PreviewDuringASearch, AStopLeadsToTheFinalScreenASecondAfterThePreview) {
-  std::atomic<bool> asked{false};
-  std::atomic<bool> answers{false};
-  test::FakeMedium medium;
-  medium.made_sectors = 4096;
-  medium.sector = [&](std::uint64_t, std::span<std::byte> sector) {
-    asked = true;
-    while (!answers) std::this_thread::sleep_for(std::chrono::milliseconds(5));
-    std::memset(sector.data(), 0, sector.size());
-  };
-  test::WindowFlow flow(medium);
-  flow.select_drive();
-  flow.click(Control::rec_mode_Video);
-  flow.click(Control::next_btn);
-  flow.choose_destination(Control::browse_path_Sig);
-  flow.click(Control::next_btn);
-  flow.click(Control::next_btn);
-  ASSERT_TRUE(flow.wait_until([&] { return asked.load(); }));
-  const fs::path file = flow.folder() / "strange.xyz";
-  test::write_file(file, "nothing that anybody could show");
-  flow.program().controller().gallery().addImageWithPath_2(file, u"strange.xyz", u"strange.xyz");
-  flow.program().window().reload(Control::imageBrowser_2);
-  auto* const view = qobject_cast<QAbstractItemView*>(&flow.widget(Control::imageBrowser_2));
-  ASSERT_TRUE(flow.wait_until([&] { return view->model()->rowCount() == 1; }));
-  flow.dialogs.expect("alert", "Yes");
-  flow.click(Control::stop_scan);
-  QElapsedTimer since_selection;
-  since_selection.start();
-  flow.dialogs.expect("SaveFile_Info", "OK_Btn");
-  flow.select_row(Control::imageBrowser_2, 0);
-  const bool ended = flow.wait_until([&] { return flow.dialogs.all_answered(); });
-  const qint64 elapsed = since_selection.elapsed();
-  answers = true;
-  ASSERT_TRUE(ended);
-  EXPECT_GE(elapsed, 1000);
 }
 
 }  // namespace
