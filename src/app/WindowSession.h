@@ -10,6 +10,7 @@
 
 #include "app/MyTableController.h"
 #include "app/WindowOperations.h"
+#include "results/PreviewPane.h"
 #include "storage/DevicePermissions.h"
 #include "storage/DriveList.h"
 #include "wizard/Desktop.h"

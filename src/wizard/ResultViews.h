@@ -10,24 +10,13 @@
 #include <vector>
 
 #include "results/Gallery.h"
+#include "results/PreviewPane.h"
 #include "wizard/Desktop.h"
 #include "wizard/MessageBoxes.h"
 #include "wizard/WizardState.h"
 #include "wizard/WizardView.h"
 
 namespace norvo {
-
-// Shows a recovered file beside the list.
-class PreviewPane {
- public:
-  virtual ~PreviewPane() = default;
-
-  // Removes the picture and any movie.
-  virtual void clear() = 0;
-
-  // Prepares and shows the preview of the file; may return before it is there.
-  virtual void CreateFile_QuickLook_Preview(const std::filesystem::path& path) = 0;
-};
 
 // When a preview is shown and a stop was asked for meanwhile (`stop_now` is 1), the final screen is
 // due after this time; otherwise never.

@@ -133,6 +133,7 @@ void Screens::show_hide_4_screen_RawFile(Screen flag) {
   set_hidden(progress_controls, hide);
   view_.set_hidden(Control::time_left, true);
   enable_navigation(hide);
+  if (hide) preview_.clear();
 }
 
 void Screens::hide_open_folder_buttons() {

@@ -1,6 +1,7 @@
 // The screens of the wizard as groups of controls that are shown and hidden together. Main thread.
 #pragma once
 
+#include "results/PreviewPane.h"
 #include "wizard/EditionPresentation.h"
 #include "wizard/WizardState.h"
 #include "wizard/WizardView.h"
@@ -13,8 +14,9 @@ enum class Screen { show, hide };
 class Screens {
  public:
   // What is referred to outlives the screens.
-  Screens(WizardView& view, const WizardState& state, const EditionPresentation& edition)
-      : view_(view), state_(state), edition_(edition) {}
+  Screens(WizardView& view, const WizardState& state, const EditionPresentation& edition,
+          PreviewPane& preview)
+      : view_(view), state_(state), edition_(edition), preview_(preview) {}
 
   // Drives and search type. Hiding it puts the search type into the window's title; showing it
   // takes it out. Choices that the edition does not have stay hidden.
@@ -29,7 +31,8 @@ class Screens {
   // The check list of file types.
   void show_hide_3_screen_RawFile(Screen flag);
 
-  // The scan of the other types. Next and Back are disabled while it is shown.
+  // The scan of the other types. Next and Back are disabled while it is shown. Its preview ends
+  // with it.
   void show_hide_4_screen_RawFile(Screen flag);
 
   // Both buttons that open the results folder.
@@ -44,6 +47,7 @@ class Screens {
   WizardView& view_;
   const WizardState& state_;
   const EditionPresentation& edition_;
+  PreviewPane& preview_;
 };
 
 // The controls of a settings page that belong to one of its two choices.

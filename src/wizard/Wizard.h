@@ -3,6 +3,7 @@
 #pragma once
 
 #include "results/Gallery.h"
+#include "results/PreviewPane.h"
 #include "sigdb/FileTypeCheckList.h"
 #include "sigdb/SignatureTables.h"
 #include "wizard/Destination.h"
@@ -33,9 +34,11 @@ class Wizard {
     FileTypeCheckList& check_list;
     const SignatureTables& tables;
     Gallery& gallery;
+    PreviewPane& preview;
   };
   explicit Wizard(const Setting& setting)
-      : setting_(setting), screens_(setting.view, setting.state, setting.edition) {}
+      : setting_(setting),
+        screens_(setting.view, setting.state, setting.edition, setting.preview) {}
 
   // Builds the drive list and shows the first screen. Once, before anything else.
   void set_up();

@@ -57,7 +57,7 @@ class SandboxTest : public ::testing::TestWithParam<Attempt> {
 
 TEST_P(SandboxTest, IsPossibleBeforeAndRefusedAfterwards) {
   const std::string action = GetParam().action;
-  const bool about_files = action.find("file") != std::string::npos || action == "make-folder";
+  const bool about_files = action.ends_with("-file") || action == "make-folder";
   if (GetParam().rights == std::string("player") && about_files && !kernel_restricts_files()) {
     GTEST_SKIP() << "this kernel cannot say which files a process may reach";
   }
@@ -87,19 +87,38 @@ INSTANTIATE_TEST_SUITE_P(
 
 INSTANTIATE_TEST_SUITE_P(
     Player, SandboxTest,
-    ::testing::Values(Attempt{"player", "read-file"}, Attempt{"player", "write-file"},
-                      Attempt{"player", "create-file"}, Attempt{"player", "remove-file"},
-                      Attempt{"player", "rename-file"}, Attempt{"player", "make-folder"},
-                      Attempt{"player", "change-mode"}, Attempt{"player", "write-opened"},
-                      Attempt{"player", "truncate-opened"}, Attempt{"player", "socket"},
-                      Attempt{"player", "fork"}, Attempt{"player", "execute"},
-                      Attempt{"player", "execute-shell"}, Attempt{"player", "trace"},
-                      Attempt{"player", "signal"}));
+    ::testing::Values(
+        Attempt{"player", "read-file"}, Attempt{"player", "write-file"},
+        Attempt{"player", "create-file"}, Attempt{"player", "remove-file"},
+        Attempt{"player", "rename-file"}, Attempt{"player", "make-folder"},
+        Attempt{"player", "change-mode"}, Attempt{"player", "write-opened"},
+        Attempt{"player", "truncate-opened"}, Attempt{"player", "change-mode-given"},
+        Attempt{"player", "change-owner-given"}, Attempt{"player", "change-owner-of-link"},
+        Attempt{"player", "set-times-given"}, Attempt{"player", "set-attribute"},
+        Attempt{"player", "set-attribute-given"}, Attempt{"player", "remove-attribute"},
+        Attempt{"player", "remove-attribute-given"}, Attempt{"player", "socket"},
+        Attempt{"player", "fork"}, Attempt{"player", "execute"}, Attempt{"player", "execute-shell"},
+        Attempt{"player", "trace"}, Attempt{"player", "signal"}, Attempt{"player", "signal-thread"},
+        Attempt{"player", "queue-signal"}, Attempt{"player", "signal-given"},
+        Attempt{"player", "own-file-by-other"}, Attempt{"player", "choose-signal"},
+        Attempt{"player", "own-socket-by-other"}, Attempt{"player", "limit-other"},
+        Attempt{"player", "place-other"}, Attempt{"player", "rank-other"},
+        Attempt{"player", "shared-memory"}));
+
+INSTANTIATE_TEST_SUITE_P(Playing, SandboxTest,
+                         ::testing::Values(Attempt{"playing", "local-socket"},
+                                           Attempt{"playing", "pair-of-sockets"},
+                                           Attempt{"playing", "connect"},
+                                           Attempt{"playing", "execute"},
+                                           Attempt{"playing", "signal-thread"}));
 
 TEST_F(SandboxTest, WhatTheyNeedIsLeft) {
   for (const Attempt& attempt :
        {Attempt{"decoder", "compute"}, Attempt{"player", "compute"},
-        Attempt{"player", "read-library"}, Attempt{"player", "local-socket"}}) {
+        Attempt{"player", "read-library"}, Attempt{"player", "local-socket"},
+        Attempt{"player", "connect"}, Attempt{"playing", "compute"},
+        Attempt{"playing", "read-library"}, Attempt{"playing", "signal-itself"},
+        Attempt{"playing", "limit-itself"}}) {
     const int status = status_of(attempt.rights, attempt.action);
     EXPECT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == done) << attempt << " " << status;
   }

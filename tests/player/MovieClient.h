@@ -1,10 +1,12 @@
-// What a movie player reported, for tests, with waiting.
+// A movie player, and what it reported, for tests, with waiting.
 #pragma once
 
 #include <algorithm>
+#include <atomic>
 #include <chrono>
 #include <condition_variable>
 #include <mutex>
+#include <utility>
 #include <vector>
 
 #include "platform/player/MoviePlayer.h"
@@ -13,14 +15,11 @@ namespace norvo::test {
 
 class MovieClient {
  public:
-  // To be handed to the player; this object outlives it.
-  MoviePlayer::Callback callback() {
-    return [this](const MovieEvent& event) {
-      const std::lock_guard lock(mutex_);
-      events_.push_back(event);
-      changed_.notify_all();
-    };
-  }
+  explicit MovieClient(MoviePlayerSettings settings)
+      : player(std::move(settings), [this](const MovieEvent& event) { note(event); }) {}
+
+  // Whether each event is taken as soon as it comes; at first it is.
+  void take_all(bool on) { takes_all_ = on; }
 
   // Waits until `count` events of this kind belong to `movie`.
   bool wait_for(MovieEvent::Kind kind, std::uint64_t movie, std::size_t count = 1) {
@@ -47,9 +46,22 @@ class MovieClient {
   }
 
  private:
+  void note(const MovieEvent& event) {
+    {
+      const std::lock_guard lock(mutex_);
+      events_.push_back(event);
+      changed_.notify_all();
+    }
+    if (takes_all_) player.taken();
+  }
+
+  std::atomic<bool> takes_all_{true};
   mutable std::mutex mutex_;
   std::condition_variable changed_;
   std::vector<MovieEvent> events_;
+
+ public:
+  MoviePlayer player;  // ends first: it calls back
 };
 
 }  // namespace norvo::test

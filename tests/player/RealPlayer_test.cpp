@@ -28,8 +28,8 @@ class RealPlayer : public ::testing::Test {
   }
 
   TemporaryFolder folder_;
-  MovieClient client_;
-  MoviePlayer player_{{.player = NORVO_PLAYER_PROGRAM}, client_.callback()};
+  MovieClient client_{{.player = NORVO_PLAYER_PROGRAM}};
+  MoviePlayer& player_ = client_.player;
 };
 
 TEST_F(RealPlayer, PlaysAMovieToItsEndWithinItsBox) {

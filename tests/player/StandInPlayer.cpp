@@ -3,8 +3,10 @@
 #include <signal.h>
 #include <unistd.h>
 
+#include <array>
 #include <cstdlib>
 #include <string>
+#include <vector>
 
 #include "platform/decoder/DescriptorMessage.h"
 #include "platform/player/MovieProtocol.h"
@@ -13,10 +15,36 @@ namespace {
 
 using norvo::MovieReport;
 
+void send(const void* bytes, std::size_t size) {
+  if (write(STDIN_FILENO, bytes, size) < 0) std::_Exit(9);
+}
+
 void say(MovieReport::Kind kind, norvo::PictureSize size = {}, std::int64_t milliseconds = 0) {
   const auto message =
       encode(MovieReport{.kind = kind, .size = size, .milliseconds = milliseconds});
-  if (write(STDIN_FILENO, message.data(), message.size()) < 0) std::_Exit(9);
+  send(message.data(), message.size());
+}
+
+// Both at once: nothing comes between them, however busy the machine is.
+void say_opened_and_ended() {
+  std::vector<std::byte> both;
+  for (const auto kind : {MovieReport::Kind::opened, MovieReport::Kind::ended}) {
+    const auto message = encode(MovieReport{.kind = kind, .size = {}});
+    both.insert(both.end(), message.begin(), message.end());
+  }
+  send(both.data(), both.size());
+}
+
+// What it says once the movie is open.
+void go_on(const std::string& word, norvo::PictureSize box) {
+  if (word == "late-crash") raise(SIGSEGV);
+  if (word == "large") say(MovieReport::Kind::frame, {.width = box.width + 1, .height = 1});
+  if (word == "opened-twice") say(MovieReport::Kind::opened);
+  if (word == "frame") {
+    say(MovieReport::Kind::frame, {.width = 2, .height = 1});
+    send(std::array<std::uint32_t, 2>{}.data(), 8);
+  }
+  for (std::int64_t i = 0; word == "flood"; ++i) say(MovieReport::Kind::position, {}, i);
 }
 
 }  // namespace
@@ -40,11 +68,13 @@ int main() {
     if (word == "exit") return 0;
     if (word == "hang") pause();
     if (word == "garbage") return write(STDIN_FILENO, std::string(100, 'x').data(), 100) < 0;
-    say(MovieReport::Kind::opened, {}, 1500);
-    if (word == "late-crash") raise(SIGSEGV);
-    if (word == "large") {
-      say(MovieReport::Kind::frame, {.width = command->box.width + 1, .height = 1});
+    if (word == "not-opened") say(MovieReport::Kind::position);
+    if (word == "end") {
+      say_opened_and_ended();
+      continue;
     }
+    say(MovieReport::Kind::opened, {}, 1500);
+    go_on(word, command->box);
   }
   return 0;
 }

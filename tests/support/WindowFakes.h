@@ -9,12 +9,12 @@
 #include <utility>
 #include <vector>
 
+#include "results/PreviewPane.h"
 #include "storage/DiskUtility.h"
 #include "support/EventLog.h"
 #include "util/Alert.h"
 #include "wizard/Desktop.h"
 #include "wizard/Notices.h"
-#include "wizard/ResultViews.h"
 
 namespace norvo::test {
 

@@ -144,11 +144,11 @@ TEST_P(BackFromTheCheckList, ReturnsFromTheScanToTheCheckList) {
   Names left = file_scan_screen;
   for (const std::string& name : progress_lines) left.erase(name);
   left.erase("_open_folder_Sig");
-  EXPECT_THAT(
-      bench.happened(),
-      ElementsAre(hidden({"_ClearThumbnail_Label"}), "reload imageBrowser_2",
-                  hidden({"_open_folder_Sig"}), text_set("_help_info", file_types_help),
-                  hidden(left), "enable _next_btn", shown(check_list_screen), "stop_now = 0"));
+  EXPECT_THAT(bench.happened(),
+              ElementsAre(hidden({"_ClearThumbnail_Label"}), "reload imageBrowser_2",
+                          hidden({"_open_folder_Sig"}), text_set("_help_info", file_types_help),
+                          hidden(left), "enable _next_btn", "clear preview",
+                          shown(check_list_screen), "stop_now = 0"));
   EXPECT_EQ(bench.view.visible(), check_list_screen + search_type_label);
   EXPECT_TRUE(bench.view.is_enabled(Control::back_btn));
   EXPECT_EQ(bench.gallery.size(), 0U);

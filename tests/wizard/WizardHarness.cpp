@@ -49,7 +49,8 @@ WizardHarness::WizardHarness(EditionPresentation presentation)
               .destination = destination,
               .check_list = check_list,
               .tables = tables,
-              .gallery = gallery}) {
+              .gallery = gallery,
+              .preview = preview}) {
   disks.add_volume(u"sdb1", u"HOLIDAY", u"FAT32", 512'000);
   disks.add_volume(u"sdc1", u"WORK", u"exFAT", 4'398'046'511'104);
   add_type(tables.Video_Array, u"MOV", u"Movie");

@@ -2,10 +2,13 @@
 
 #include <errno.h>
 #include <fcntl.h>
+#include <linux/fs.h>
+#include <linux/fsverity.h>
 #include <linux/landlock.h>
 #include <linux/sched.h>
 #include <seccomp.h>
 #include <signal.h>
+#include <sys/ioctl.h>
 #include <sys/prctl.h>
 #include <sys/resource.h>
 #include <sys/socket.h>
@@ -63,6 +66,12 @@ bool restrict_files() {
   return syscall(SYS_landlock_restrict_self, rules.get(), 0) == 0;
 }
 
+// Calls that are newer than the headers; they have these numbers on every processor.
+constexpr int fchmodat2_call = 452;
+constexpr int setxattrat_call = 463;
+constexpr int removexattrat_call = 466;
+constexpr int file_setattr_call = 469;
+
 bool refuse(const Filter& filter, std::initializer_list<int> calls) {
   for (const int call : calls) {
     if (seccomp_rule_add(filter.get(), SCMP_ACT_ERRNO(EACCES), call, 0) != 0) return false;
@@ -74,45 +83,101 @@ bool refuse_where(const Filter& filter, int call, const scmp_arg_cmp& condition)
   return seccomp_rule_add_array(filter.get(), SCMP_ACT_ERRNO(EACCES), call, 1, &condition) == 0;
 }
 
+// The kernel looks at the lower half of such an argument only, so the filter must not look at more.
+bool refuse_requests(const Filter& filter, int call,
+                     std::initializer_list<std::uint32_t> requests) {
+  for (const std::uint32_t request : requests) {
+    if (!refuse_where(filter, call, {1, SCMP_CMP_MASKED_EQ, 0xFFFFFFFF, request})) return false;
+  }
+  return true;
+}
+
+bool refuse_programs(const Filter& filter) {
+  return refuse(filter, {SCMP_SYS(execve), SCMP_SYS(execveat), SCMP_SYS(fork), SCMP_SYS(vfork)}) &&
+         refuse_where(filter, SCMP_SYS(clone), {0, SCMP_CMP_MASKED_EQ, CLONE_THREAD, 0}) &&
+         // Its flags lie in memory, where a filter cannot look: threads are started by clone.
+         seccomp_rule_add(filter.get(), SCMP_ACT_ERRNO(ENOSYS), SCMP_SYS(clone3), 0) == 0;
+}
+
+bool refuse_system(const Filter& filter) {
+  return refuse(filter, {SCMP_SYS(mount), SCMP_SYS(umount2), SCMP_SYS(pivot_root), SCMP_SYS(chroot),
+                         SCMP_SYS(setns), SCMP_SYS(unshare), SCMP_SYS(bpf), SCMP_SYS(keyctl),
+                         SCMP_SYS(add_key), SCMP_SYS(request_key), SCMP_SYS(perf_event_open),
+                         SCMP_SYS(userfaultfd), SCMP_SYS(io_uring_setup)});
+}
+
+// Memory, limits and rank of other processes, and what processes share by a number. A thread of its
+// own that wants another rank does without.
+bool refuse_other_processes(const Filter& filter) {
+  return refuse(filter, {SCMP_SYS(ptrace),
+                         SCMP_SYS(process_vm_readv),
+                         SCMP_SYS(process_vm_writev),
+                         SCMP_SYS(process_madvise),
+                         SCMP_SYS(process_mrelease),
+                         SCMP_SYS(pidfd_getfd),
+                         SCMP_SYS(pidfd_open),
+                         SCMP_SYS(kcmp),
+                         SCMP_SYS(migrate_pages),
+                         SCMP_SYS(move_pages),
+                         SCMP_SYS(setpriority),
+                         SCMP_SYS(ioprio_set),
+                         SCMP_SYS(sched_setaffinity),
+                         SCMP_SYS(sched_setscheduler),
+                         SCMP_SYS(sched_setparam),
+                         SCMP_SYS(sched_setattr),
+                         SCMP_SYS(shmget),
+                         SCMP_SYS(shmat),
+                         SCMP_SYS(shmctl),
+                         SCMP_SYS(msgget),
+                         SCMP_SYS(msgsnd),
+                         SCMP_SYS(msgrcv),
+                         SCMP_SYS(msgctl),
+                         SCMP_SYS(semget),
+                         SCMP_SYS(semop),
+                         SCMP_SYS(semtimedop),
+                         SCMP_SYS(semctl),
+                         SCMP_SYS(mq_open),
+                         SCMP_SYS(mq_unlink)}) &&
+         refuse_where(filter, SCMP_SYS(prlimit64), {0, SCMP_CMP_NE, 0, 0});
+}
+
+// To others; by way of a descriptor, too, whose owner the kernel sends a signal of one's choice.
+bool refuse_signals(const Filter& filter) {
+  const scmp_arg_cmp to_others{0, SCMP_CMP_NE, static_cast<scmp_datum_t>(getpid()), 0};
+  return refuse(filter, {SCMP_SYS(kill), SCMP_SYS(tkill), SCMP_SYS(rt_sigqueueinfo),
+                         SCMP_SYS(pidfd_send_signal)}) &&
+         refuse_where(filter, SCMP_SYS(tgkill), to_others) &&
+         refuse_where(filter, SCMP_SYS(rt_tgsigqueueinfo), to_others) &&
+         refuse_requests(filter, SCMP_SYS(fcntl), {F_SETOWN, F_SETOWN_EX, F_SETSIG}) &&
+         refuse_requests(filter, SCMP_SYS(ioctl), {FIOSETOWN, SIOCSPGRP});
+}
+
+// What can be changed of a file without a descriptor for writing: through the movie's own, which is
+// for reading, as well.
+bool refuse_changes_of_files(const Filter& filter) {
+  return refuse(filter, {SCMP_SYS(chmod),        SCMP_SYS(fchmod),      SCMP_SYS(fchmodat),
+                         fchmodat2_call,         SCMP_SYS(chown),       SCMP_SYS(fchown),
+                         SCMP_SYS(lchown),       SCMP_SYS(fchownat),    SCMP_SYS(truncate),
+                         SCMP_SYS(setxattr),     SCMP_SYS(fsetxattr),   SCMP_SYS(lsetxattr),
+                         setxattrat_call,        SCMP_SYS(removexattr), SCMP_SYS(fremovexattr),
+                         SCMP_SYS(lremovexattr), removexattrat_call,    SCMP_SYS(utime),
+                         SCMP_SYS(utimes),       SCMP_SYS(futimesat),   SCMP_SYS(utimensat),
+                         file_setattr_call}) &&
+         refuse_requests(filter, SCMP_SYS(ioctl),
+                         {static_cast<std::uint32_t>(FS_IOC_SETFLAGS),
+                          static_cast<std::uint32_t>(FS_IOC32_SETFLAGS),
+                          static_cast<std::uint32_t>(FS_IOC_FSSETXATTR),
+                          static_cast<std::uint32_t>(FS_IOC_ENABLE_VERITY), TIOCSTI});
+}
+
 // The libraries need too many calls for a list of the allowed ones; these are the ones that would
 // lead out of the process.
 bool install_filter() {
   const Filter filter(seccomp_init(SCMP_ACT_ALLOW), &seccomp_release);
-  return filter &&
-         refuse(filter, {SCMP_SYS(execve),
-                         SCMP_SYS(execveat),
-                         SCMP_SYS(fork),
-                         SCMP_SYS(vfork),
-                         SCMP_SYS(ptrace),
-                         SCMP_SYS(process_vm_readv),
-                         SCMP_SYS(process_vm_writev),
-                         SCMP_SYS(pidfd_getfd),
-                         SCMP_SYS(pidfd_open),
-                         SCMP_SYS(mount),
-                         SCMP_SYS(umount2),
-                         SCMP_SYS(pivot_root),
-                         SCMP_SYS(chroot),
-                         SCMP_SYS(setns),
-                         SCMP_SYS(unshare),
-                         SCMP_SYS(bpf),
-                         SCMP_SYS(keyctl),
-                         SCMP_SYS(add_key),
-                         SCMP_SYS(request_key),
-                         SCMP_SYS(perf_event_open),
-                         SCMP_SYS(userfaultfd),
-                         SCMP_SYS(io_uring_setup),
-                         SCMP_SYS(kill),
-                         SCMP_SYS(tkill),
-                         SCMP_SYS(rt_sigqueueinfo),
-                         SCMP_SYS(chmod),
-                         SCMP_SYS(fchmodat),
-                         SCMP_SYS(chown),
-                         SCMP_SYS(fchownat),
-                         SCMP_SYS(truncate),
-                         SCMP_SYS(setxattr)}) &&
+  return filter && refuse_programs(filter) && refuse_system(filter) &&
+         refuse_other_processes(filter) && refuse_signals(filter) &&
+         refuse_changes_of_files(filter) &&
          refuse_where(filter, SCMP_SYS(socket), {0, SCMP_CMP_NE, AF_UNIX, 0}) &&
-         refuse_where(filter, SCMP_SYS(clone), {0, SCMP_CMP_MASKED_EQ, CLONE_THREAD, 0}) &&
-         seccomp_rule_add(filter.get(), SCMP_ACT_ERRNO(ENOSYS), SCMP_SYS(clone3), 0) == 0 &&
          seccomp_load(filter.get()) == 0;
 }
 
@@ -121,6 +186,15 @@ bool install_filter() {
 bool give_up_player_rights() {
   return prctl(PR_SET_PDEATHSIG, SIGKILL) == 0 && prctl(PR_SET_NO_NEW_PRIVS, 1, 0, 0, 0) == 0 &&
          set_limits() && restrict_files() && install_filter();
+}
+
+// A pair of sockets of one's own can send to any other by its name.
+bool give_up_new_connections() {
+  const Filter filter(seccomp_init(SCMP_ACT_ALLOW), &seccomp_release);
+  return filter && seccomp_attr_set(filter.get(), SCMP_FLTATR_CTL_TSYNC, 1) == 0 &&
+         refuse(filter, {SCMP_SYS(socket), SCMP_SYS(socketpair), SCMP_SYS(connect), SCMP_SYS(bind),
+                         SCMP_SYS(listen), SCMP_SYS(accept), SCMP_SYS(accept4)}) &&
+         seccomp_load(filter.get()) == 0;
 }
 
 }  // namespace norvo

@@ -33,4 +33,9 @@ bool give_up_player_rights() {
 }
 #pragma clang diagnostic pop
 
+// The profile refuses them from the beginning.
+bool give_up_new_connections() {
+  return true;
+}
+
 }  // namespace norvo

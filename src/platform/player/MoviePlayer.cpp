@@ -102,6 +102,12 @@ class MoviePlayer::Core {
     wake_.wake();
   }
 
+  void taken() {
+    const std::lock_guard lock(mutex_);
+    if (untaken_ > 0) --untaken_;
+    wake_.wake();
+  }
+
  private:
   using Clock = std::chrono::steady_clock;
 
@@ -114,7 +120,7 @@ class MoviePlayer::Core {
     block_broken_pipe_signal();
     while (follow_callers()) {
       wait();
-      if (process_) look_at_process();
+      if (process_ && listening_) look_at_process();
     }
   }
 
@@ -123,26 +129,52 @@ class MoviePlayer::Core {
     std::deque<MovieCommand> commands;
     std::optional<Movie> movie;
     bool changed = false;
+    bool listening = false;
     {
       const std::lock_guard lock(mutex_);
       if (ending_) return false;
       commands.swap(commands_);
       changed = std::exchange(current_, number_) != number_;
       if (changed) movie = wanted_;
+      listening = untaken_ == 0;
     }
     if (changed) process_.reset();
     if (movie) start(*movie);
+    if (!std::exchange(listening_, listening) && listening) listen_again();
     for (const MovieCommand& command : commands) {
-      if (process_) process_->send(command, -1);
+      if (process_) follow(command);
     }
     return true;
   }
+
+  // How long the caller took is not held against the process.
+  void listen_again() {
+    if (!process_ || !opened_) return;
+    expect_report();
+    if (std::exchange(frame_untaken_, false)) {
+      process_->send({.kind = MovieCommand::Kind::frame_taken, .box = {}, .milliseconds = 0}, -1);
+    }
+  }
+
+  void follow(const MovieCommand& command) {
+    process_->send(command, -1);
+    if (command.kind == MovieCommand::Kind::play) playing_ = true;
+    if (command.kind == MovieCommand::Kind::pause) playing_ = false;
+    if (opened_) expect_report();
+  }
+
+  void expect_report() { deadline_ = Clock::now() + settings_.silence_limit; }
+
+  // Before it is open, and while it plays: a movie that stands still has nothing to say.
+  bool must_report() const { return !opened_ || playing_; }
 
   void start(const Movie& movie) {
     const UniqueFd file = open_regular_file(movie.path);
     if (!file) return report(MovieEvent::Kind::no_movie);
     process_.emplace(settings_.player, movie.box);
     opened_ = false;
+    playing_ = true;
+    frame_untaken_ = false;
     deadline_ = Clock::now() + settings_.opening_limit;
     const MovieCommand open{.kind = MovieCommand::Kind::open, .box = movie.box, .milliseconds = 0};
     if (!process_->is_running() || !process_->send(open, file.get())) fail();
@@ -152,10 +184,10 @@ class MoviePlayer::Core {
     std::array<pollfd, 2> watched{{{.fd = wake_.descriptor(), .events = POLLIN, .revents = 0},
                                    {.fd = -1, .events = POLLIN, .revents = 0}}};
     int milliseconds = -1;
-    if (process_) {
+    if (process_ && listening_) {
       watched[1].fd = process_->descriptor();
       const auto left = std::chrono::ceil<std::chrono::milliseconds>(deadline_ - Clock::now());
-      if (!opened_)
+      if (must_report())
         milliseconds = static_cast<int>(std::clamp<std::int64_t>(left.count(), 0, 60'000));
     }
     poll(watched.data(), watched.size(), milliseconds);
@@ -165,7 +197,7 @@ class MoviePlayer::Core {
   void look_at_process() {
     switch (process_->receive()) {
       case PlayerProcess::Progress::waiting:
-        if (!opened_ && Clock::now() >= deadline_) fail();
+        if (must_report() && Clock::now() >= deadline_) fail();
         break;
       case PlayerProcess::Progress::failed:
         fail();
@@ -178,13 +210,14 @@ class MoviePlayer::Core {
 
   void pass_on() {
     MovieEvent event = event_of(process_->report());
+    const bool is_answer =
+        event.kind == MovieEvent::Kind::opened || event.kind == MovieEvent::Kind::no_movie;
+    // The answer to `open` comes first, and once.
+    if (is_answer == opened_) return fail();
     event.frame = process_->take_frame();
-    if (event.frame) {
-      const MovieCommand taken{
-          .kind = MovieCommand::Kind::frame_taken, .box = {}, .milliseconds = 0};
-      process_->send(taken, -1);
-    }
+    frame_untaken_ = event.frame.has_value();
     opened_ = true;
+    if (event.kind == MovieEvent::Kind::ended) playing_ = false;
     if (event.kind == MovieEvent::Kind::no_movie) process_.reset();
     hand_over(std::move(event));
   }
@@ -205,7 +238,9 @@ class MoviePlayer::Core {
     {
       const std::lock_guard lock(mutex_);
       if (ending_ || current_ != number_) return;
+      ++untaken_;
     }
+    listening_ = false;
     callback_(event);
   }
 
@@ -217,13 +252,17 @@ class MoviePlayer::Core {
   std::optional<Movie> wanted_;
   std::deque<MovieCommand> commands_;
   std::uint64_t number_ = 0;
+  std::uint64_t untaken_ = 0;
   bool ending_ = false;
 
   // The thread's own.
   std::uint64_t current_ = 0;
   std::optional<PlayerProcess> process_;
+  bool listening_ = true;  // all events were taken: the process is read from
   bool opened_ = false;
-  Clock::time_point deadline_;
+  bool playing_ = false;
+  bool frame_untaken_ = false;  // the last event, of this process, was a frame
+  Clock::time_point deadline_;  // for its next report, where it owes one
 
   std::thread thread_;
 };
@@ -254,6 +293,10 @@ void MoviePlayer::seek(std::chrono::milliseconds position) {
 
 void MoviePlayer::close() {
   core_->close();
+}
+
+void MoviePlayer::taken() {
+  core_->taken();
 }
 
 }  // namespace norvo

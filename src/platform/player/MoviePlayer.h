@@ -4,11 +4,14 @@
 //
 //   MoviePlayer player({.player = executable_folder() / "norvo-player"},
 //                      [this](const MovieEvent& event) { post_to_main_thread(event); });
-//   player.open(file, {400, 300});  // `opened` or `no_movie` follows, then frames: it plays at
-//   once player.pause(); player.close();
+//   player.open(file, {400, 300});  // `opened` or `no_movie` follows, then frames: it plays
+//   player.taken();                 // whenever an event was shown
+//   player.pause();
+//   player.close();
 //
 // Sound is played by that process itself, where there is a device for it. A file that crashes it or
-// makes it silent is an `error`.
+// makes it silent is an `error`. However much it reports, there is never more than one event of it
+// that nobody has taken: until then it is not listened to.
 #pragma once
 
 #include <chrono>
@@ -25,6 +28,7 @@ namespace norvo {
 struct MoviePlayerSettings {
   std::filesystem::path player;                     // absolute path of norvo-player
   std::chrono::milliseconds opening_limit{10'000};  // until `opened` or `no_movie`
+  std::chrono::milliseconds silence_limit{30'000};  // between two events of a movie that plays
 };
 
 struct MovieEvent {
@@ -34,7 +38,8 @@ struct MovieEvent {
     frame,     // `frame` is there; opaque, within the box
     ended,     // the end was played; seek and play go on
     no_movie,  // the file is no movie, or no regular file that can be opened
-    error,     // the player cannot be started, died, hung, or broke the protocol
+    error,     // the player cannot be started, died, broke the protocol, or hung: said nothing
+               // within a limit; one that was paused or has ended may be silent for ever
   };
 
   Kind kind = Kind::opened;
@@ -70,6 +75,10 @@ class MoviePlayer {
 
   // Ends what plays; no event follows.
   void close();
+
+  // An event was dealt with, be it of a movie that is no more: to be called once for each. A player
+  // sends a new frame only after this.
+  void taken();
 
  private:
   class Core;

@@ -2,10 +2,8 @@
 
 #include <unistd.h>
 
-#include <QAudioDevice>
 #include <QCoreApplication>
 #include <QImage>
-#include <QMediaDevices>
 #include <algorithm>
 #include <cerrno>
 #include <utility>
@@ -25,7 +23,8 @@ bool is_certainly_movie(const QMediaPlayer& player) {
 
 }  // namespace
 
-MovieSession::MovieSession(int socket) : socket_(socket), notifier_(socket, QSocketNotifier::Read) {
+MovieSession::MovieSession(int socket, bool has_sound)
+    : socket_(socket), has_sound_(has_sound), notifier_(socket, QSocketNotifier::Read) {
   connect(&notifier_, &QSocketNotifier::activated, this, [this] { take_command(); });
   player_.setVideoSink(&sink_);
   connect(&sink_, &QVideoSink::videoFrameChanged, this,
@@ -59,7 +58,7 @@ void MovieSession::open(UniqueFd file, PictureSize box) {
   if (file_ || !file) return QCoreApplication::quit();
   file_ = std::move(file);
   box_ = box;
-  if (!QMediaDevices::audioOutputs().isEmpty()) {
+  if (has_sound_) {
     sound_ = std::make_unique<QAudioOutput>();
     player_.setAudioOutput(sound_.get());
   }

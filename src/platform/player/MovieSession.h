@@ -18,8 +18,9 @@ namespace norvo {
 
 class MovieSession : public QObject {
  public:
-  // Quits the application when the other end of `socket` closes or breaks the protocol.
-  explicit MovieSession(int socket);
+  // Quits the application when the other end of `socket` closes or breaks the protocol. `has_sound`
+  // says whether there is a device for it.
+  MovieSession(int socket, bool has_sound);
 
  private:
   void take_command();
@@ -33,10 +34,11 @@ class MovieSession : public QObject {
   void write_all(const void* bytes, std::size_t size);
 
   int socket_;
+  bool has_sound_;
   QSocketNotifier notifier_;
   UniqueFd file_;
   QFile device_;
-  // A device without sound must not be opened, so there is none until one is known.
+  // Without a device there must be none.
   std::unique_ptr<QAudioOutput> sound_;
   QVideoSink sink_;
   QMediaPlayer player_;

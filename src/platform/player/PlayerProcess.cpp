@@ -15,14 +15,20 @@
 namespace norvo {
 namespace {
 
-// What a player finds the sound server with; nothing else of this process's surroundings.
+std::string variable(const char* name) {
+  // Nothing here changes variables.
+  const char* const value = std::getenv(name);  // NOLINT(concurrency-mt-unsafe)
+  return value == nullptr ? std::string() : value;
+}
+
+// Nothing of this process's surroundings but the way to the sound server. Its usual place is told,
+// as a player may not look into the folder to find it.
 std::vector<std::string> environment() {
   std::vector<std::string> variables{"LC_ALL=C.UTF-8"};
-  for (const char* const name : {"XDG_RUNTIME_DIR", "PULSE_SERVER", "HOME"}) {
-    // Nothing here changes variables.
-    const char* const value = std::getenv(name);  // NOLINT(concurrency-mt-unsafe)
-    if (value != nullptr) variables.push_back(std::string(name) + "=" + value);
-  }
+  std::string server = variable("PULSE_SERVER");
+  const std::string folder = variable("XDG_RUNTIME_DIR");
+  if (server.empty() && !folder.empty()) server = "unix:" + folder + "/pulse/native";
+  if (!server.empty()) variables.push_back("PULSE_SERVER=" + server);
   return variables;
 }
 

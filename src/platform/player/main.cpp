@@ -2,11 +2,29 @@
 // right could not be given up.
 #include <unistd.h>
 
+#include <QAudioDevice>
+#include <QAudioSink>
 #include <QGuiApplication>
+#include <QMediaDevices>
 
 #include "platform/decoder/Sandbox.h"
 #include "platform/player/MovieSession.h"
 #include "platform/player/PlayerSandbox.h"
+
+namespace {
+
+// The toolkit has one connection for its list of devices and one that all sounds share, which it
+// makes for the first of them. False without a device.
+bool connect_with_sound_server() {
+  const QAudioDevice device = QMediaDevices::defaultAudioOutput();
+  if (device.isNull()) return false;
+  QAudioSink first(device, device.preferredFormat());
+  first.start();
+  first.stop();
+  return first.error() == QAudio::NoError;
+}
+
+}  // namespace
 
 int main(int argc, char** argv) {
   norvo::close_other_descriptors();
@@ -16,6 +34,10 @@ int main(int argc, char** argv) {
   qputenv("QT_MEDIA_BACKEND", "ffmpeg");
   qputenv("QT_QPA_PLATFORM", "offscreen");
   const QGuiApplication application(argc, argv);
-  const norvo::MovieSession session(STDIN_FILENO);
+  // A service that starts programs for whoever asks may be as near as the sound server, so nothing
+  // can be reached any more by the time the movie comes.
+  const bool has_sound = connect_with_sound_server();
+  if (!norvo::give_up_new_connections()) return 2;
+  const norvo::MovieSession session(STDIN_FILENO, has_sound);
   return QGuiApplication::exec();
 }

@@ -22,6 +22,7 @@ int milliseconds(std::chrono::milliseconds time) {
 
 MovieView::MovieView(Acts acts, QWidget* parent) : QWidget(parent), acts_(std::move(acts)) {
   picture_ = new QLabel;
+  picture_->setObjectName(u"frame"_s);
   picture_->setAlignment(Qt::AlignCenter);
   picture_->setAccessibleName(u"Movie"_s);
   button_ = new QToolButton;
@@ -40,6 +41,15 @@ MovieView::MovieView(Acts acts, QWidget* parent) : QWidget(parent), acts_(std::m
   column->setContentsMargins(0, 0, 0, 0);
   column->addWidget(picture_, 1);
   column->addLayout(row);
+  clear();
+}
+
+void MovieView::clear() {
+  const QSignalBlocker silent(bar_);
+  bar_->setRange(0, 0);
+  bar_->setEnabled(false);
+  button_->setEnabled(false);
+  picture_->clear();
   set_playing(false);
 }
 
@@ -49,6 +59,7 @@ void MovieView::begin(std::chrono::milliseconds duration, const QPixmap& stand_i
   bar_->setValue(0);
   // A movie that does not tell its length has no position to go to.
   bar_->setEnabled(duration.count() > 0);
+  button_->setEnabled(true);
   picture_->setPixmap(stand_in);
   set_playing(true);
 }
@@ -87,8 +98,12 @@ void MovieView::set_playing(bool playing) {
   button_->setToolTip(button_->accessibleName());
 }
 
+void MovieView::stopPlayingMovie() {
+  if (isPlaying()) toggle();
+}
+
 void MovieView::hideEvent(QHideEvent* event) {
-  if (playing_) toggle();
+  stopPlayingMovie();
   QWidget::hideEvent(event);
 }
 

@@ -21,11 +21,19 @@ class MovieView : public QWidget {
   };
   explicit MovieView(Acts acts, QWidget* parent = nullptr);
 
+  // No movie: no picture, and nothing that could be pressed or moved. So it is at first, too.
+  void clear();
+
   // A movie plays from its beginning. `stand_in` is shown until a frame comes, and for sounds.
   void begin(std::chrono::milliseconds duration, const QPixmap& stand_in);
   void show_position(std::chrono::milliseconds position);
   void show_frame(const QImage& frame);
   void end_reached();
+
+  bool isPlaying() const { return playing_; }
+
+  // Nothing unless it is playing.
+  void stopPlayingMovie();
 
  protected:
   // What cannot be seen is not heard either.

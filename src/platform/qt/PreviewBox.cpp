@@ -15,48 +15,87 @@ constexpr int preview_points = 200;
 constexpr int bar_points = 40;
 constexpr int icon_points = 96;
 
+std::uint32_t pixels(int points, double ratio) {
+  return static_cast<std::uint32_t>(points * ratio);
+}
+
+QPixmap icon_of(const std::filesystem::path& file, double ratio) {
+  return type_icon(to_qt(extension_of(file)), icon_points, ratio);
+}
+
 }  // namespace
 
 PreviewBox::PreviewBox(Setting setting)
     : setting_(std::move(setting)),
       view_(*qobject_cast<QLabel*>(&setting_.window.widget(Control::QuickLook_View))),
+      preview_(*this, setting_.shown),
       posts_(setting_.main_thread),
-      player_({.player = setting_.player},
-              [this](const MovieEvent& event) { posts_.post([this, event] { take(event); }); }) {
-  movie_view_ = new MovieView(
-      {.play = [this] { player_.play(); },
-       .pause = [this] { player_.pause(); },
-       .seek = [this](std::chrono::milliseconds position) { player_.seek(position); }});
+      player_({.player = setting_.player}, [this](const MovieEvent& event) {
+        posts_.post([this, event] {
+          take(event);
+          player_.taken();
+        });
+      }) {
+  movie_view_ = std::make_unique<MovieView>(MovieView::Acts{
+      .play = [this] { player_.play(); },
+      .pause = [this] { player_.pause(); },
+      .seek = [this](std::chrono::milliseconds position) { player_.seek(position); }});
   auto* layout = new QVBoxLayout(&setting_.window.widget(Control::mMovieView));
   layout->setContentsMargins(0, 0, 0, 0);
-  layout->addWidget(movie_view_);
-  connect(&setting_.pictures, &ThumbnailSource::done, this, &PreviewBox::show_picture);
+  layout->addWidget(movie_view_.get());
+  connect(&setting_.pictures, &ThumbnailSource::done, this, &PreviewBox::take_thumbnail);
 }
 
-void PreviewBox::clear() {
+bool PreviewBox::is_shown() const {
+  return !setting_.window.widget(Control::QuickLook_View_Box).isHidden();
+}
+
+void PreviewBox::open_movie(const std::filesystem::path& path) {
+  movie_icon_ = icon_of(path, ratio());
+  movie_ = player_.open(path, {.width = pixels(preview_points, ratio()),
+                               .height = pixels(preview_points - bar_points, ratio())});
+}
+
+void PreviewBox::closemovie_Win() {
   player_.close();
   movie_ = 0;
-  setting_.pictures.cancel_all();
-  path_.clear();
-  view_.clear();
-  preparing_ = false;
+  movie_view_->clear();
 }
 
-void PreviewBox::CreateFile_QuickLook_Preview(const std::filesystem::path& path) {
-  if (path.empty()) return;
-  path_ = path;
-  preparing_ = true;
-  const double ratio = setting_.window.devicePixelRatioF();
-  const auto points = [ratio](int size) { return static_cast<std::uint32_t>(size * ratio); };
-  movie_ = player_.open(path, {points(preview_points), points(preview_points - bar_points)});
+void PreviewBox::show_view(View view) {
+  const bool movie = view == View::movie;
+  setting_.window.set_hidden(Control::QuickLook_View, movie);
+  setting_.window.set_hidden(Control::mMovieView, !movie);
+}
+
+void PreviewBox::make_thumbnail(const std::filesystem::path& path) {
+  setting_.pictures.request(path, QString::number(++request_),
+                            static_cast<int>(pixels(preview_points, ratio())));
+}
+
+void PreviewBox::show_thumbnail() {
+  QPixmap pixmap = QPixmap::fromImage(thumbnail_);
+  pixmap.setDevicePixelRatio(ratio());
+  view_.setPixmap(pixmap);
+}
+
+void PreviewBox::show_icon(const std::filesystem::path& file_Name) {
+  view_.setPixmap(icon_of(file_Name, ratio()));
+}
+
+void PreviewBox::clear_image() {
+  setting_.pictures.cancel_all();
+  thumbnail_ = {};
+  view_.clear();
 }
 
 void PreviewBox::take(const MovieEvent& event) {
-  if (event.movie != movie_ || path_.empty()) return;
+  if (event.movie != movie_) return;
   const std::chrono::milliseconds time(event.milliseconds);
   switch (event.kind) {
     case MovieEvent::Kind::opened:
-      return begin_movie(time);
+      movie_view_->begin(time, movie_icon_);
+      return preview_.movie_opened();
     case MovieEvent::Kind::position:
       return movie_view_->show_position(time);
     case MovieEvent::Kind::frame:
@@ -66,40 +105,15 @@ void PreviewBox::take(const MovieEvent& event) {
       return movie_view_->end_reached();
     case MovieEvent::Kind::no_movie:
     case MovieEvent::Kind::error:
-      movie_ = 0;
-      return show_still();
+      closemovie_Win();
+      return preview_.movie_failed();
   }
 }
 
-void PreviewBox::begin_movie(std::chrono::milliseconds duration) {
-  movie_view_->begin(duration, icon());
-  setting_.window.set_hidden(Control::QuickLook_View, true);
-  setting_.window.set_hidden(Control::mMovieView, false);
-  finish();
-}
-
-void PreviewBox::show_still() {
-  setting_.window.set_hidden(Control::QuickLook_View, false);
-  setting_.window.set_hidden(Control::mMovieView, true);
-  const double ratio = setting_.window.devicePixelRatioF();
-  setting_.pictures.request(path_, QString::number(++request_),
-                            static_cast<int>(preview_points * ratio));
-}
-
-void PreviewBox::show_picture(const QString& id, const QImage& picture) {
-  if (id != QString::number(request_) || path_.empty()) return;
-  QPixmap pixmap = picture.isNull() ? icon() : QPixmap::fromImage(picture);
-  pixmap.setDevicePixelRatio(setting_.window.devicePixelRatioF());
-  view_.setPixmap(pixmap);
-  finish();
-}
-
-QPixmap PreviewBox::icon() const {
-  return type_icon(to_qt(extension_of(path_)), icon_points, setting_.window.devicePixelRatioF());
-}
-
-void PreviewBox::finish() {
-  if (std::exchange(preparing_, false)) setting_.shown();
+void PreviewBox::take_thumbnail(const QString& id, const QImage& picture) {
+  if (id != QString::number(request_)) return;
+  thumbnail_ = picture;
+  preview_.thumbnail_made(!picture.isNull());
 }
 
 }  // namespace norvo

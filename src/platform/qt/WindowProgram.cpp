@@ -72,7 +72,7 @@ WindowSession::Setting WindowProgram::session_setting() {
           .panel = panel_,
           .notices = notices_,
           .desktop = desktop_,
-          .preview = preview_,
+          .preview = preview_.pane(),
           .permissions = permissions_,
           .resource_folder = surroundings_.resource_folder,
           .raw_node = surroundings_.raw_node,

@@ -9,8 +9,13 @@
 #include <QTest>
 #include <QToolButton>
 #include <cstdlib>
+#include <fstream>
+#include <string>
 
+#include "platform/qt/FoundFilesScreen.h"
+#include "platform/qt/Header.h"
 #include "support/FileContent.h"
+#include "window/flow/SampleMovie.h"
 #include "window/flow/WindowFlow.h"
 
 namespace norvo {
@@ -52,22 +57,57 @@ class Preview : public testing::Test {
 
   QLabel& picture() { return *qobject_cast<QLabel*>(&flow_.widget(Control::QuickLook_View)); }
 
-  fs::path movie() {
-    const fs::path file = flow_.folder() / "clip.avi";
-    const std::string command =
-        "ffmpeg -v error -f lavfi -i testsrc=size=160x120:rate=10:duration=20 -c:v mjpeg "
-        "-pix_fmt yuvj420p -y " +
-        file.native();
-    EXPECT_EQ(std::system(command.c_str()), 0);
-    return file;
+  template <class Part>
+  Part& of_player(const char* name) {
+    return *flow_.widget(Control::mMovieView).findChild<Part*>(name);
+  }
+  QToolButton& button() { return of_player<QToolButton>("play_btn"); }
+  QSlider& bar() { return of_player<QSlider>("position_bar"); }
+  QLabel& frame() { return of_player<QLabel>("frame"); }
+
+  bool is_playing() {
+    return flow_.is_visible(Control::mMovieView) && bar().value() > 0 &&
+           button().accessibleName() == u"Pause";
   }
 
-  fs::path photo() {
-    const fs::path file = flow_.folder() / "photo.jpg";
-    QImage image(320, 160, QImage::Format_RGB32);
+  fs::path movie(const std::string& name = "clip.avi") {
+    return test::make_movie(flow_.folder() / name);
+  }
+
+  fs::path photo(const std::string& name = "photo.jpg") {
+    const fs::path file = flow_.folder() / name;
+    QImage image(640, 320, QImage::Format_RGB32);
     image.fill(Qt::darkGreen);
     EXPECT_TRUE(image.save(QString::fromStdString(file.native())));
     return file;
+  }
+
+  // The page of the file search, and the top of the window.
+  QWidget& page() {
+    QWidget* found = &flow_.widget(Control::imageBrowser_2);
+    while (dynamic_cast<FoundFilesScreen*>(found) == nullptr) found = found->parentWidget();
+    return *found;
+  }
+  QString header() {
+    QString texts;
+    for (const auto* const label : flow_.program().window().findChildren<QLabel*>()) {
+      if (dynamic_cast<Header*>(label->parentWidget()) != nullptr) texts += label->text() + u'|';
+    }
+    return texts;
+  }
+
+  // Of this process.
+  static int player_processes() {
+    int found = 0;
+    for (const auto& thread : fs::directory_iterator("/proc/self/task")) {
+      std::ifstream children(thread.path() / "children");
+      for (std::string child; children >> child;) {
+        std::string name;
+        std::getline(std::ifstream("/proc/" + child + "/comm"), name);
+        if (name == "norvo-player") ++found;
+      }
+    }
+    return found;
   }
 
   test::FakeMedium medium_;
@@ -81,7 +121,9 @@ TEST_F(Preview, APictureIsShownInThePictureView) {
   flow_.select_row(Control::imageBrowser_2, 0);
   EXPECT_EQ(flow_.text(Control::QuickLook_View_Box), u"photo.jpg");
   ASSERT_TRUE(flow_.wait_until([this] { return !picture().pixmap().isNull(); }));
-  EXPECT_EQ(picture().pixmap().size(), QSize(200, 100));
+  EXPECT_EQ(picture().pixmap().size(), QSize(200, 100) * picture().devicePixelRatioF())
+      << "as sharp as the screen";
+  EXPECT_EQ(picture().pixmap().deviceIndependentSize(), QSizeF(200, 100));
   EXPECT_TRUE(flow_.is_visible(Control::QuickLook_View));
   EXPECT_FALSE(flow_.is_visible(Control::mMovieView));
 }
@@ -93,14 +135,11 @@ TEST_F(Preview, AMoviePlaysAtOnceCanBePausedAndEndsWithTheNextSelection) {
   flow_.select_row(Control::imageBrowser_2, 0);
   ASSERT_TRUE(flow_.wait_until([this] { return flow_.is_visible(Control::mMovieView); }));
   EXPECT_FALSE(flow_.is_visible(Control::QuickLook_View));
-  QWidget& player = flow_.widget(Control::mMovieView);
-  auto* const bar = player.findChild<QSlider*>("position_bar");
-  auto* const button = player.findChild<QToolButton*>("play_btn");
-  ASSERT_TRUE(flow_.wait_until([&] { return bar->value() > 300; }));
-  EXPECT_NEAR(bar->maximum(), 20000, 500);
-  EXPECT_EQ(button->accessibleName(), "Pause");
-  QTest::mouseClick(button, Qt::LeftButton);
-  EXPECT_EQ(button->accessibleName(), "Play");
+  ASSERT_TRUE(flow_.wait_until([&] { return bar().value() > 300; }));
+  EXPECT_NEAR(bar().maximum(), 20000, 500);
+  EXPECT_EQ(button().accessibleName(), "Pause");
+  QTest::mouseClick(&button(), Qt::LeftButton);
+  EXPECT_EQ(button().accessibleName(), "Play");
   flow_.select_row(Control::imageBrowser_2, 1);
   ASSERT_TRUE(flow_.wait_until([this] { return !picture().pixmap().isNull(); }));
   EXPECT_FALSE(flow_.is_visible(Control::mMovieView));
@@ -114,6 +153,93 @@ TEST_F(Preview, AFileOfUnknownTypeHasAnIcon) {
   flow_.select_row(Control::imageBrowser_2, 0);
   ASSERT_TRUE(flow_.wait_until([this] { return !picture().pixmap().isNull(); }));
   EXPECT_TRUE(flow_.is_visible(Control::QuickLook_View));
+}
+
+TEST_F(Preview, AFrameIsAsSharpAsTheScreen) {
+  ASSERT_TRUE(ended_);
+  add(movie());
+  flow_.select_row(Control::imageBrowser_2, 0);
+  const double ratio = frame().devicePixelRatioF();
+  const QSize sharp = QSize(200, 150) * ratio;
+  EXPECT_TRUE(flow_.wait_until([&] { return frame().pixmap().size() == sharp; }));
+  EXPECT_EQ(frame().pixmap().deviceIndependentSize(), QSizeF(200, 150));
+}
+
+TEST_F(Preview, ASelectionFirstTakesTheOldPictureAway) {
+  ASSERT_TRUE(ended_);
+  add(photo());
+  add(photo("other.jpg"));
+  flow_.select_row(Control::imageBrowser_2, 0);
+  ASSERT_TRUE(flow_.wait_until([this] { return !picture().pixmap().isNull(); }));
+  flow_.select_row(Control::imageBrowser_2, 1);
+  EXPECT_EQ(flow_.text(Control::QuickLook_View_Box), u"other.jpg");
+  EXPECT_TRUE(picture().pixmap().isNull());
+  EXPECT_TRUE(flow_.wait_until([this] { return !picture().pixmap().isNull(); }));
+}
+
+TEST_F(Preview, ASelectionFirstTakesTheOldMovieAway) {
+  ASSERT_TRUE(ended_);
+  add(movie());
+  add(movie("other.avi"));
+  flow_.select_row(Control::imageBrowser_2, 0);
+  ASSERT_TRUE(flow_.wait_until([this] { return is_playing(); }));
+  flow_.select_row(Control::imageBrowser_2, 1);
+  EXPECT_EQ(flow_.text(Control::QuickLook_View_Box), u"other.avi");
+  EXPECT_TRUE(frame().pixmap().isNull());
+  EXPECT_EQ(bar().value(), 0);
+  EXPECT_FALSE(bar().isEnabled());
+  EXPECT_FALSE(button().isEnabled());
+  EXPECT_EQ(button().accessibleName(), "Play");
+  ASSERT_TRUE(flow_.wait_until([this] { return is_playing(); }));
+  EXPECT_TRUE(button().isEnabled());
+}
+
+TEST_F(Preview, WhatIsNotReadyWhenThePersonGoesBackIsNeverShown) {
+  for (const bool of_movie : {false, true}) {
+    ASSERT_TRUE(ended_);
+    add(of_movie ? movie() : photo());
+    flow_.select_row(Control::imageBrowser_2, 0);
+    flow_.click(Control::back_btn);
+    ASSERT_EQ(flow_.screen_counter(), 2);
+    ASSERT_FALSE(page().isVisible());
+    const QString before = header();
+    ASSERT_TRUE(before.contains(u"File types")) << before.toStdString();
+    // Longer than it takes when it comes.
+    QTest::qWait(3000);
+    EXPECT_FALSE(page().isVisible()) << of_movie;
+    EXPECT_EQ(header(), before) << of_movie;
+    EXPECT_EQ(player_processes(), 0);
+    EXPECT_TRUE(picture().pixmap().isNull());
+    ended_ = flow_.search_to_the_end();
+    flow_.program().controller().gallery().empty_images();
+  }
+}
+
+TEST_F(Preview, GoingBackEndsTheMovie) {
+  ASSERT_TRUE(ended_);
+  add(movie());
+  flow_.select_row(Control::imageBrowser_2, 0);
+  ASSERT_TRUE(flow_.wait_until([this] { return is_playing(); }));
+  EXPECT_EQ(player_processes(), 1);
+  flow_.click(Control::back_btn);
+  EXPECT_TRUE(flow_.wait_until([] { return player_processes() == 0; }));
+  EXPECT_TRUE(frame().pixmap().isNull());
+}
+
+TEST_F(Preview, TheNextSearchBeginsWithoutAPreview) {
+  ASSERT_TRUE(ended_);
+  add(photo());
+  flow_.select_row(Control::imageBrowser_2, 0);
+  ASSERT_TRUE(flow_.wait_until([this] { return !picture().pixmap().isNull(); }));
+  flow_.click(Control::back_btn);
+  flow_.dialogs.expect("SaveFile_Info", "OK_Btn");
+  flow_.click(Control::next_btn);
+  EXPECT_TRUE(page().isVisible());
+  EXPECT_TRUE(flow_.wait_until([this] {
+    return flow_.text(Control::QuickLook_View_Box) == u"No file is selected to preview";
+  }));
+  EXPECT_TRUE(picture().pixmap().isNull());
+  EXPECT_TRUE(flow_.wait_until([this] { return flow_.is_enabled(Control::back_btn); }));
 }
 
 }  // namespace

@@ -10,6 +10,7 @@
 #include <thread>
 
 #include "support/FileContent.h"
+#include "window/flow/SampleMovie.h"
 #include "window/flow/WindowFlow.h"
 
 namespace norvo {
@@ -46,10 +47,15 @@ class StalledDrive : public testing::Test {
     answers_.notify_all();
   }
 
-  // The person stops the search and selects a file, which brings the final screen after a while.
-  bool stop_and_preview() {
+  // A file that nobody can show, so that the preview is the icon of its type.
+  fs::path strange_file() const {
     const fs::path file = flow_.folder() / "strange.xyz";
     test::write_file(file, "nothing that anybody could show");
+    return file;
+  }
+
+  // The person stops the search and selects a file, which brings the final screen after a while.
+  bool stop_and_preview(const fs::path& file) {
     flow_.program().controller().gallery().addImageWithPath_2(file, u"strange.xyz", u"strange.xyz");
     flow_.program().window().reload(Control::imageBrowser_2);
     auto* const view = qobject_cast<QAbstractItemView*>(&flow_.widget(Control::imageBrowser_2));
@@ -75,15 +81,21 @@ class StalledDrive : public testing::Test {
 
 TEST_F(StalledDrive, AStopLeadsToTheFinalScreenASecondAfterThePreview) {
   ASSERT_TRUE(asked_);
-  ASSERT_TRUE(stop_and_preview());
+  ASSERT_TRUE(stop_and_preview(strange_file()));
   EXPECT_GE(since_selection_.elapsed(), 1000);
   EXPECT_TRUE(state().pass_running) << "the search has not seen the stop";
   EXPECT_EQ(state().stop_now, 1);
 }
 
+TEST_F(StalledDrive, AMovieAsAPreviewLeadsThereToo) {
+  ASSERT_TRUE(asked_);
+  ASSERT_TRUE(stop_and_preview(test::make_movie(flow_.folder() / "strange.xyz")));
+  EXPECT_GE(since_selection_.elapsed(), 1000);
+}
+
 TEST_F(StalledDrive, TheNextSearchBeginsWhenTheFirstHasEnded) {
   ASSERT_TRUE(asked_);
-  ASSERT_TRUE(stop_and_preview());
+  ASSERT_TRUE(stop_and_preview(strange_file()));
   flow_.click(Control::back_btn);
   flow_.click(Control::next_btn);
   EXPECT_TRUE(flow_.program().is_searching());
@@ -103,7 +115,7 @@ TEST_F(StalledDrive, TheNextSearchBeginsWhenTheFirstHasEnded) {
 
 TEST_F(StalledDrive, LeavingAfterTheFinalScreenDoesNotWaitForTheDrive) {
   ASSERT_TRUE(asked_);
-  ASSERT_TRUE(stop_and_preview());
+  ASSERT_TRUE(stop_and_preview(strange_file()));
   flow_.dialogs.expect("alert", "Yes");
   QTimer::singleShot(0, [this] { flow_.click(Control::exit_btn); });
   EXPECT_EQ(QApplication::exec(), 0);
