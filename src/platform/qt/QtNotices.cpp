@@ -1,7 +1,10 @@
 #include "platform/qt/QtNotices.h"
 
 #include <QCoreApplication>
+#include <QDeadlineTimer>
 #include <QFileDialog>
+#include <QThread>
+#include <QWindow>
 #include <utility>
 
 #include "platform/qt/ExactProgressBar.h"
@@ -24,6 +27,19 @@ NoticeWindow* make_sheet(const NoticeWindow::Look& look, QWidget& window) {
   // Else it would be shown with the window.
   sheet->hide();
   return sheet;
+}
+
+// A window that was just shown has its place when the window system says so. Not waited for long:
+// it may be covered or put away, and is then never said to be seen.
+void wait_for_the_screen(const QWidget& window) {
+  constexpr int patience = 1000;  // milliseconds
+  const QWindow* const handle = window.windowHandle();
+  if (handle == nullptr || !window.isVisible() || window.isMinimized()) return;
+  const QDeadlineTimer end(patience);
+  while (!handle->isExposed() && !end.hasExpired()) {
+    QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
+    QThread::msleep(1);
+  }
 }
 
 }  // namespace
@@ -132,7 +148,9 @@ void QtNotices::show_sheet(NoticeWindow& sheet) {
 
 void QtNotices::show_LoadDrive() {
   show_sheet(*LoadDisk_Window_);
-  // The rebuild keeps the event loop busy, so it is drawn and sent to the screen now.
+  // The rebuild keeps the event loop busy, so it is drawn and sent to the screen now; at the start
+  // as soon as the screen has room for the window.
+  wait_for_the_screen(window_);
   LoadDisk_Window_->repaint();
   QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
 }

@@ -1,6 +1,7 @@
 #include "platform/qt/WindowApplication.h"
 
 #include <QApplication>
+#include <QFileInfo>
 #include <QIcon>
 #include <cstdlib>
 #include <optional>
@@ -30,6 +31,10 @@ int refuse_to_start(TextView message) {
                                .other_button = {},
                                .informative_text = {}}));
   return 1;
+}
+
+Text process_name() {
+  return to_text(QFileInfo(QCoreApplication::applicationFilePath()).fileName());
 }
 
 // A desktop with menu entries finds the edition's entry by this name, and so does the program the
@@ -63,6 +68,7 @@ int run_window_application(int argc, char** argv, DeviceOpener& opener) {
   name_menu_entry(identifier);
   WindowProgram program({.bundle_name = *name,
                          .bundle_identifier = identifier,
+                         .process_name = process_name(),
                          .resource_folder = bundle / "Contents" / "Resources",
                          .decoder = executable_folder() / "norvo-decoder",
                          .player = executable_folder() / "norvo-player",

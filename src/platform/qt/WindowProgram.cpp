@@ -52,7 +52,7 @@ PreviewBox::Setting WindowProgram::preview_setting() {
 DevicePermissionsSetting WindowProgram::permissions_setting() {
   PrivacyReset* const privacy_reset = surroundings_.privacy_reset.get();
   return {.USE_HARD_DISK = controller_.profile().USE_HARD_DISK,
-          .process_name = surroundings_.bundle_name,
+          .process_name = surroundings_.process_name,
           .bundle_identifier = surroundings_.bundle_identifier,
           .platform_help = surroundings_.permission_help,
           .probe = probe_,
@@ -88,9 +88,10 @@ WindowSession::Setting WindowProgram::session_setting() {
 }
 
 void WindowProgram::show() {
-  // The window comes up after the notice that drives are looked for, and so with the keyboard.
-  session_.set_up();
+  // The notice that drives are looked for is a part of the window. Nothing is drawn before it is:
+  // no event is handled until then.
   window_.show();
+  session_.set_up();
 }
 
 }  // namespace norvo

@@ -24,6 +24,7 @@ namespace norvo {
 struct WindowSurroundings {
   Text bundle_name;
   Text bundle_identifier;
+  Text process_name;  // file name of the executable
   std::filesystem::path resource_folder;
   std::filesystem::path decoder;  // the program norvo-decoder
   std::filesystem::path player;   // the program norvo-player

@@ -15,7 +15,6 @@ namespace norvo {
 namespace {
 
 using testing::ElementsAre;
-using testing::HasSubstr;
 using testing::IsEmpty;
 
 // A card so large that its search does not end by itself during a test: a JPEG's header in every
@@ -74,11 +73,8 @@ TEST(SearchEnds, EscapeInTheStopQuestionChangesNothing) {
   EXPECT_EQ(flow.program().controller().state().stop_now, 0);
 }
 
-TEST(SearchEnds, ADriveThatMayNotBeReadSaysWhatToDoAndGoesBackToTheSettings) {
-  test::FakeMedium medium;
-  medium.bytes = test::card_with_photos(1);
-  medium.open_error = EACCES;
-  test::WindowFlow flow(medium);
+// The informative text of the permission alert after a search for photos was refused.
+std::string permission_text(test::WindowFlow& flow) {
   Text informative;
   flow.dialogs.on_dialog = [&](QWidget& dialog) {
     if (auto* alert = qobject_cast<QMessageBox*>(&dialog)) {
@@ -92,16 +88,46 @@ TEST(SearchEnds, ADriveThatMayNotBeReadSaysWhatToDoAndGoesBackToTheSettings) {
   flow.click(Control::next_btn);
   flow.click(Control::browse_path);
   flow.click(Control::next_btn);
-  ASSERT_TRUE(flow.wait_until([&] { return flow.dialogs.all_answered(); }));
+  EXPECT_TRUE(flow.wait_until([&] { return flow.dialogs.all_answered(); }));
   EXPECT_THAT(flow.dialogs.alerts(), ElementsAre(u"Permission Required"));
-  EXPECT_THAT(utf8_from_text(informative), HasSubstr("Full Disk Access"));
-  EXPECT_THAT(utf8_from_text(informative), HasSubstr("Ask an administrator."));
+  return utf8_from_text(informative);
+}
+
+test::FakeMedium refused_card() {
+  test::FakeMedium medium;
+  medium.bytes = test::card_with_photos(1);
+  medium.open_error = EACCES;
+  return medium;
+}
+
+TEST(SearchEnds, ADriveThatMayNotBeReadSaysWhatToDoAndGoesBackToTheSettings) {
+  test::FakeMedium medium = refused_card();
+  test::WindowFlow flow(medium);
+  EXPECT_EQ(permission_text(flow),
+            "the program's file needs permission to access drive for scanning.\n\n"
+            "Please go to System Settings > Privacy & Security > Full Disk Access,\n"
+            "find \"the program's file\" in the list, and allow access.\n\n"
+            "OR\n\n"
+            "Please go to System Settings > Privacy & Security > Files and Folders,\n"
+            "find \"the program's file\" in the list, and enable \"Removable Volumes\" access.\n\n"
+            "Ask an administrator.");
   EXPECT_EQ(flow.screen_counter(), 1);
   EXPECT_TRUE(flow.is_visible(Control::path));
   EXPECT_FALSE(flow.is_visible(Control::imageBrowser));
   EXPECT_TRUE(flow.is_enabled(Control::next_btn));
   EXPECT_TRUE(flow.is_enabled(Control::back_btn));
   EXPECT_FALSE(flow.program().is_searching());
+}
+
+TEST(SearchEnds, AnEditionForRemovableMediaAsksForThatPermissionOnly) {
+  test::FakeMedium medium = refused_card();
+  test::WindowFlow flow(medium, u"Norvo Birch");
+  EXPECT_EQ(permission_text(flow),
+            "the program's file needs permission to access files on removable volumes (like USB "
+            "drives).\n\n"
+            "Please go to System Settings > Privacy & Security > Files and Folders,\n"
+            "find \"the program's file\" in the list, and enable \"Removable Volumes\" access.\n\n"
+            "Ask an administrator.");
 }
 
 TEST(SearchEnds, ADriveThatCannotBeOpenedSaysWhy) {

@@ -20,9 +20,13 @@ namespace {
 // The card under its mount path.
 class OneCard final : public DiskUtility {
  public:
-  explicit OneCard(std::uint64_t bytes) : bytes_(bytes) {}
-  std::vector<fs::path> mountedRemovableMedia() override { return {"/media/card"}; }
-  std::vector<fs::path> mountedLocalVolumePaths() override { return {"/media/card"}; }
+  OneCard(std::uint64_t bytes, std::function<void()> looked_for)
+      : bytes_(bytes), looked_for_(std::move(looked_for)) {}
+  std::vector<fs::path> mountedRemovableMedia() override {
+    if (looked_for_) looked_for_();
+    return {"/media/card"};
+  }
+  std::vector<fs::path> mountedLocalVolumePaths() override { return mountedRemovableMedia(); }
   std::optional<DiskReport> info(const fs::path& /*path*/) override {
     DiskReport report;
     report.set("DeviceIdentifier", u"sdx1");
@@ -36,6 +40,7 @@ class OneCard final : public DiskUtility {
 
  private:
   std::uint64_t bytes_;
+  std::function<void()> looked_for_;
 };
 
 // What stands on a button, without the mnemonic's mark.
@@ -102,7 +107,9 @@ void DialogAnswers::answer(QWidget& dialog, const Expected& expected) {
   QTest::mouseClick(button, Qt::LeftButton);
 }
 
-WindowFlow::WindowFlow(FakeMedium& medium, TextView bundle_name) : opener_(medium) {
+WindowFlow::WindowFlow(FakeMedium& medium, TextView bundle_name,
+                       std::function<void()> looked_for_drives)
+    : opener_(medium) {
   const fs::path resources = folder_.path() / "Resources";
   fs::create_directories(resources);
   fs::create_directories(destination());
@@ -112,11 +119,12 @@ WindowFlow::WindowFlow(FakeMedium& medium, TextView bundle_name) : opener_(mediu
   program_ = std::make_unique<WindowProgram>(WindowSurroundings{
       .bundle_name = Text(bundle_name),
       .bundle_identifier = u"org.norvo.recovery.test",
+      .process_name = u"the program's file",
       .resource_folder = resources,
       .decoder = NORVO_DECODER,
       .player = NORVO_PLAYER,
       .opener = opener_,
-      .disk_utility = std::make_unique<OneCard>(size_of(medium)),
+      .disk_utility = std::make_unique<OneCard>(size_of(medium), std::move(looked_for_drives)),
       .sleep_guard = std::make_unique<RecordingSleepGuard>(sleep_asked),
       .privacy_reset = nullptr,
       .permission_help = u"Ask an administrator.",

@@ -66,8 +66,10 @@ class RecordingSleepGuard final : public SleepGuard {
 
 class WindowFlow {
  public:
-  // One removable card, "sdx1", that holds `medium`.
-  explicit WindowFlow(FakeMedium& medium, TextView bundle_name = u"Norvo Spruce");
+  // One removable card, "sdx1", that holds `medium`. `looked_for_drives` is called each time that
+  // the mounted volumes are asked for.
+  explicit WindowFlow(FakeMedium& medium, TextView bundle_name = u"Norvo Spruce",
+                      std::function<void()> looked_for_drives = {});
   ~WindowFlow();
 
   QWidget& widget(Control control) { return program_->window().widget(control); }
