@@ -94,6 +94,13 @@ TEST_F(AlertTest, shows_its_text_in_full) {
   }
 }
 
+TEST_F(AlertTest, has_some_width_whatever_its_text) {
+  answer(notice, [](QMessageBox& box) {
+    EXPECT_GE(box.findChild<QLabel*>(u"qt_msgbox_label"_s)->width(), 280);
+    box.close();
+  });
+}
+
 TEST_F(AlertTest, is_titled_as_the_panel_says) {
   answer(notice, [](QMessageBox& box) {
     EXPECT_EQ(box.windowTitle(), "Norvo Recovery for Cameras");
