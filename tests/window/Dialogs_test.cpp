@@ -71,6 +71,36 @@ TEST_F(AlertTest, shows_the_texts_exactly) {
   });
 }
 
+TEST_F(AlertTest, shows_its_text_in_full) {
+  for (const TextView message :
+       {u"\nDone.", u"\nDo you really want to exit from Norvo Recovery Software?",
+        u"\nNo program could be started to open this. Please open it yourself:\n\n"
+        u"/home/anna/Pictures/Recovered/Norvo Spruce Results/Photo Search/General Recovery "
+        u"Results/JPG/GND00001.JPG"}) {
+    for (const Text& more : {Text(), question.informative_text}) {
+      Alert alert = question;
+      alert.message = message;
+      alert.informative_text = more;
+      answer(alert, [](QMessageBox& box) {
+        const auto* const label = box.findChild<QLabel*>(u"qt_msgbox_label"_s);
+        const int flags = label->wordWrap() ? Qt::TextWordWrap : 0;
+        const QSize needed =
+            label->fontMetrics().boundingRect(label->contentsRect(), flags, label->text()).size();
+        EXPECT_LE(needed.width(), label->contentsRect().width()) << box.text().toStdString();
+        EXPECT_LE(needed.height(), label->contentsRect().height()) << box.text().toStdString();
+        box.close();
+      });
+    }
+  }
+}
+
+TEST_F(AlertTest, has_some_width_whatever_its_text) {
+  answer(notice, [](QMessageBox& box) {
+    EXPECT_GE(box.findChild<QLabel*>(u"qt_msgbox_label"_s)->width(), 280);
+    box.close();
+  });
+}
+
 TEST_F(AlertTest, is_titled_as_the_panel_says) {
   answer(notice, [](QMessageBox& box) {
     EXPECT_EQ(box.windowTitle(), "Norvo Recovery for Cameras");

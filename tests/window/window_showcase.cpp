@@ -73,9 +73,9 @@ void save_dialogs(norvo::WindowShowcase& showcase, const Shots& shots) {
       showcase.window(),
       {.support_address = u"larch@support.norvo.example",
        .reseller_address = u"resellers@norvo.example",
-       .web_address = u"https://www.norvo.example/larch",
-       .web_address_2 = u"https://www.norvo.example/help",
-       .pages = {u"Product Page", u"Questions", u"Order", u"Other Programs"}},
+       .web_address = u"https://www.norvo.example",
+       .web_address_2 = u"https://www.norvo.example/larch",
+       .pages = {u"Norvo Recovery", u"This edition", u"Questions and answers", u"Orders"}},
       [] {
         return norvo::saved_notice(
             {}, true, "/home/anna/Pictures/Recovered/Norvo Spruce Results/Photo Search");

@@ -20,20 +20,31 @@ namespace {
 using namespace Qt::StringLiterals;
 
 constexpr int icon_size = 5 * unit;
+constexpr int least_text_width = 35 * unit;
+constexpr int most_text_width = 60 * unit;
+
+// The text has the room for its longest line, or for as much of it as is still read well; the box
+// breaks it where that is not enough.
+void make_room_for_text(QLabel& label) {
+  label.ensurePolished();
+  const QRect endless(0, 0, QWIDGETSIZE_MAX, QWIDGETSIZE_MAX);
+  const int needed = label.fontMetrics().boundingRect(endless, Qt::AlignLeft, label.text()).width();
+  label.setMinimumWidth(std::clamp(needed + 2, least_text_width, most_text_width));
+}
 
 // The text keeps its line breaks in front, but they take no room; a short text stands beside the
 // middle of the icon.
-void lift_text(QMessageBox& box) {
-  auto* const label = box.findChild<QLabel*>(u"qt_msgbox_label"_s);
-  if (label == nullptr) return;
-  const QString text = box.text();
+void lift_text(QLabel& label) {
+  const QString text = label.text();
   qsizetype breaks = 0;
   while (breaks < text.size() && text[breaks] == u'\n') ++breaks;
-  const int line = label->fontMetrics().lineSpacing();
+  const int line = label.fontMetrics().lineSpacing();
   const int shown = line * static_cast<int>(text.count(u'\n') - breaks + 1);
   const int top = std::max(0, (icon_size - shown) / 2) - static_cast<int>(breaks) * line;
-  label->setAlignment(Qt::AlignLeft | Qt::AlignTop);
-  label->setContentsMargins(0, top, 0, 0);
+  label.setAlignment(Qt::AlignLeft | Qt::AlignTop);
+  // Else a margin below zero would count for the label's size and not for the text's place in it.
+  label.setAttribute(Qt::WA_ContentsMarginsRespectsSafeArea, false);
+  label.setContentsMargins(0, top, 0, 0);
 }
 
 }  // namespace
@@ -67,7 +78,10 @@ AlertAnswer QtAlertPanel::run(const Alert& alert) {
     box.setDefaultButton(default_button);
   }
   box.setEscapeButton(other != nullptr ? other : default_button);
-  lift_text(box);
+  if (auto* const label = box.findChild<QLabel*>(u"qt_msgbox_label"_s)) {
+    make_room_for_text(*label);
+    lift_text(*label);
+  }
   box.layout()->setContentsMargins(3 * unit, 3 * unit, 3 * unit, 2 * unit);
   box.exec();
   const QAbstractButton* const clicked = box.clickedButton();
