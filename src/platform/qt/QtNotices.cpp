@@ -77,12 +77,11 @@ void QtNotices::make_save_file_info() {
                                       .button_name = u"OK_Btn"_s,
                                       .button_caption = u"&OK"_s},
                                      &window_);
-  saved_path_ = new ElidedLabel;
+  saved_path_ = new PathLabel(NoticeWindow::text_width);
   scale_font(*saved_path_, 1.0, QFont::DemiBold);
   auto* advice = new QuietLabel(
       u"Open some of the files to see whether they are complete. Is something missing? A search "
       u"with other settings may find it, and we are glad to help."_s);
-  saved_path_->setFixedWidth(NoticeWindow::text_width);
   advice->setFixedWidth(NoticeWindow::text_width);
   save_file_info_->more().addWidget(saved_path_);
   save_file_info_->more().addWidget(advice);

@@ -8,6 +8,7 @@
 #include "platform/qt/ContactDialog.h"
 #include "platform/qt/Labels.h"
 #include "platform/qt/NoticeWindow.h"
+#include "platform/qt/PathLabel.h"
 #include "wizard/Notices.h"
 
 namespace norvo {
@@ -41,7 +42,7 @@ class QtNotices : public Notices {
   std::function<void(std::string_view)> clicked_;
   NoticeWindow* browse_info_;
   NoticeWindow* save_file_info_ = nullptr;
-  ElidedLabel* saved_path_ = nullptr;
+  PathLabel* saved_path_ = nullptr;
   NoticeWindow* load_drive_;
   NoticeWindow* clear_preview_;
   ContactDialog* help_support_;
