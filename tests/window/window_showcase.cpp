@@ -69,16 +69,15 @@ class Shots {
 };
 
 void save_dialogs(norvo::WindowShowcase& showcase, const Shots& shots) {
+  const norvo::EditionProfile& edition = showcase.edition();
   norvo::QtNotices notices(
       showcase.window(),
-      {.support_address = u"larch@support.norvo.example",
-       .reseller_address = u"resellers@norvo.example",
-       .web_address = u"https://www.norvo.example/larch",
-       .web_address_2 = u"https://www.norvo.example/help",
-       .pages = {u"Product Page", u"Questions", u"Order", u"Other Programs"}},
-      [] {
-        return norvo::Text(u"/home/anna/Pictures/Recovered/Norvo Spruce Results/Photo Search");
-      },
+      {.support_address = edition.support_address,
+       .reseller_address = edition.reseller_address,
+       .web_address = edition.web_address,
+       .web_address_2 = edition.web_address_2,
+       .pages = {u"Norvo Recovery", u"This edition", u"Questions and answers", u"Orders"}},
+      [&] { return norvo::text_from_utf8_lossy(showcase.results_folder().native()); },
       [](std::string_view) {});
   shots.save_dialog(u"Browse_Info"_s, u"dialog_browse"_s, [&] { notices.run_Browse_Info(); });
   shots.save_dialog(u"SaveFile_Info"_s, u"dialog_saved"_s, [&] { notices.run_SaveFile_Info(); });
@@ -119,10 +118,10 @@ int main(int argc, char** argv) {
     return 2;
   }
   if (arguments[1] == u"dark") QApplication::setPalette(dark_palette());
-  QApplication::setApplicationDisplayName(u"Norvo Recovery for Memory Cards"_s);
   norvo::Look::install(application);
   const std::filesystem::path folder(QApplication::applicationDirPath().toStdString());
-  norvo::WindowShowcase showcase(arguments[2].toStdString(), folder / "norvo-decoder");
+  norvo::WindowShowcase showcase(arguments[2].toStdString(), folder / "norvo-decoder",
+                                 NORVO_SIGNATURE_MASTERS);
   if (arguments.size() >= 6) showcase.window().resize(arguments[4].toInt(), arguments[5].toInt());
   const Shots shots(arguments[3]);
   showcase.window().show();
