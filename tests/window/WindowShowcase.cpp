@@ -339,7 +339,8 @@ void WindowShowcase::show_movie(TextView name) {
   window_->set_hidden(Control::mMovieView, false);
   movie_view_->begin(95s, {});
   const QImage frame(QString::fromStdString((pictures_ / "02.jpg").string()));
-  movie_view_->show_frame(frame.scaled(200, 160, Qt::KeepAspectRatio, Qt::SmoothTransformation));
+  movie_view_->show_frame(frame.scaled(QSize(200, 160) * window_->devicePixelRatioF(),
+                                       Qt::KeepAspectRatio, Qt::SmoothTransformation));
   movie_view_->show_position(31s);
 }
 
