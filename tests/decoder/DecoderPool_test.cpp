@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <string>
+#include <thread>
 
 #include "decoder/PoolClient.h"
 #include "support/FileContent.h"
@@ -70,6 +71,29 @@ class DecoderPoolTest : public ::testing::Test {
   DecoderPoolSettings settings_;
   PoolClient client_;
 };
+
+TEST(DecoderPool, LeavesOneCoreToOthers) {
+  EXPECT_EQ(usual_processes(0), 1U) << "where the system does not tell";
+  EXPECT_EQ(usual_processes(1), 1U);
+  EXPECT_EQ(usual_processes(2), 1U);
+  EXPECT_EQ(usual_processes(3), 2U);
+  EXPECT_EQ(usual_processes(8), 7U);
+}
+
+TEST_F(DecoderPoolTest, HasAsManyDecodersAsTheMachineAllowsUnlessTold) {
+  const unsigned usual = usual_processes(std::thread::hardware_concurrency());
+  for (const unsigned told : {0U, usual + 2}) {
+    const unsigned expected = told == 0 ? usual : told;
+    settings_.processes = told;
+    DecoderPool pool(settings_, client_.callback());
+    for (std::uint64_t id = 1; id <= expected + 3; ++id) pool.request(job(id, "hang"));
+    const auto end = Clock::now() + std::chrono::seconds(60);
+    while (pool.started_processes() < expected && Clock::now() < end) {
+      std::this_thread::sleep_for(milliseconds(5));
+    }
+    EXPECT_EQ(pool.started_processes(), expected);
+  }
+}
 
 TEST_F(DecoderPoolTest, AGoodFileHasItsPictureAndVerdictInOneResult) {
   DecoderPool pool(settings_, client_.callback());

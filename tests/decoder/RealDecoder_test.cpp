@@ -1,17 +1,15 @@
 // The decoder that people get, under its own rules, on good pictures and on bombs.
 #include <gtest/gtest.h>
-#include <sched.h>
 
-#include <algorithm>
 #include <chrono>
 #include <cstdlib>
-#include <fstream>
 #include <thread>
 #include <vector>
 
 #include "decoder/PictureFiles.h"
 #include "decoder/PoolClient.h"
 #include "platform/decoder/DecoderProtocol.h"
+#include "support/ChildPolicies.h"
 #include "support/FileContent.h"
 #include "support/TemporaryFolder.h"
 
@@ -76,16 +74,6 @@ TEST_F(RealDecoder, OneProcessLastsForManyFiles) {
   EXPECT_EQ(pool.started_processes(), 1U);
 }
 
-// The scheduling policies of this process's children.
-std::vector<int> policies_of_children() {
-  std::vector<int> policies;
-  for (const auto& thread : std::filesystem::directory_iterator("/proc/self/task")) {
-    std::ifstream children(thread.path() / "children");
-    for (pid_t child = 0; children >> child;) policies.push_back(sched_getscheduler(child));
-  }
-  return policies;
-}
-
 // Its picture is not waited for: on a busy machine it may take long.
 TEST_F(RealDecoder, TakesOnlyIdleProcessorsInTheBackground) {
   settings_.processes = 1;
@@ -96,12 +84,12 @@ TEST_F(RealDecoder, TakesOnlyIdleProcessorsInTheBackground) {
                  .wants_verdict = false};
   pool.request(job);
   ASSERT_TRUE(client_.wait_for(1));
-  EXPECT_EQ(std::ranges::count(policies_of_children(), SCHED_IDLE), 0);
+  EXPECT_FALSE(has_child_with_policy(SCHED_IDLE));
   pool.set_background(true);
   job.id = 2;
   pool.request(job);
   const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(60);
-  while (std::ranges::count(policies_of_children(), SCHED_IDLE) == 0) {
+  while (!has_child_with_policy(SCHED_IDLE)) {
     ASSERT_LT(std::chrono::steady_clock::now(), end);
     std::this_thread::sleep_for(std::chrono::milliseconds(10));
   }

@@ -153,14 +153,15 @@ class NoticesTest : public WindowTest {
              .web_address = u"https://www.norvo.example/one",
              .web_address_2 = u"https://www.norvo.example/two",
              .pages = {u"One", u"Two", u"Three", u"Four"}},
-            [] {
+            [this] {
               return SavedNotice{
-                  .text = u"Saved here:", .place = u"/home/anna/Found", .advice = u"Look at some."};
+                  .text = u"Saved here:", .place = saved_place, .advice = u"Look at some."};
             },
             [this](std::string_view name) { clicks.emplace_back(name); }) {}
 
   QWidget* notice_window(const QString& name) { return window->findChild<QWidget*>(name); }
 
+  Text saved_place = u"/home/anna/Found";
   std::vector<std::string> clicks;
   QtNotices notices;
 };
@@ -209,6 +210,34 @@ TEST_F(NoticesTest, the_end_of_a_search_tells_what_became_of_it_and_names_the_su
   notices.close_SaveFile_Info();
   EXPECT_FALSE(notice_window(u"SaveFile_Info"_s)->isVisible());
   EXPECT_EQ(clicks, std::vector<std::string>{"Open_Support_Mail"});
+}
+
+TEST_F(NoticesTest, the_end_of_a_search_shows_the_whole_path_however_long) {
+  const auto height_of_path = [this](const Text& path) {
+    int height = 0;
+    saved_place = path;
+    when_shown<QDialog>(u"SaveFile_Info"_s, [&](QDialog& dialog) {
+      for (const QLabel* label : dialog.findChildren<QLabel*>()) {
+        if (to_text(label->text()) != path) continue;
+        height = label->height();
+        EXPECT_LE(label->width(), 400);
+        EXPECT_EQ(label->height() % label->fontMetrics().lineSpacing(), 0);
+      }
+      press(dialog, u"OK_Btn"_s);
+    });
+    notices.run_SaveFile_Info();
+    notices.close_SaveFile_Info();
+    return height;
+  };
+  const int line = height_of_path(u"/home/anna/Found");
+  ASSERT_GT(line, 0);
+  EXPECT_EQ(height_of_path(u"/home/anna/Pictures/Recovered/Norvo Spruce Results/Photo Search"),
+            2 * line);
+  EXPECT_EQ(height_of_path(u"/home/" + Text(80, u'n')), 3 * line) << "a name without any gap";
+  const int longest = height_of_path(u"/home/" + Text(4000, u'n'));
+  EXPECT_GE(longest, 5 * line);
+  EXPECT_LE(longest, 8 * line) << "the screen has an end";
+  EXPECT_EQ(height_of_path(u"/home/anna/Found"), line);
 }
 
 TEST_F(NoticesTest, none_is_shown_with_the_window) {

@@ -93,7 +93,7 @@ TEST(TypeIcons, have_the_pixels_that_the_screen_needs) {
 TEST(Icons, are_all_there) {
   for (const QString& name :
        {u"photo"_s, u"video"_s, u"raw"_s, u"audio"_s, u"document"_s, u"card"_s, u"drive"_s,
-        u"check"_s, u"mail"_s, u"information"_s, u"question"_s}) {
+        u"check"_s, u"mail"_s, u"play"_s, u"pause"_s, u"information"_s, u"question"_s}) {
     EXPECT_FALSE(icon_pixmap(name, 32, Qt::red, 1).isNull()) << name.toStdString();
   }
   EXPECT_FALSE(program_icon().pixmap(64, 64).isNull());

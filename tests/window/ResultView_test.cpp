@@ -201,6 +201,25 @@ TEST_F(ResultViewTest, nothing_that_another_program_understands_is_dragged) {
   EXPECT_EQ(dragged->formats(), QStringList{u"application/x-norvo-items"_s});
 }
 
+TEST_F(ResultViewTest, the_scroll_bar_is_there_when_items_are_out_of_sight_and_only_then) {
+  constexpr int last = 29;
+  show_photos(last + 1);
+  for (const int width : {900, 955, 1010, 1080}) {
+    for (const int beyond : {-3, 3, 30}) {
+      window->resize(width, 800);
+      QTest::qWait(150);
+      const int rows = view().visualRect(item(last)).top() / view().gridSize().height() + 1;
+      const int missing = rows * view().gridSize().height() + beyond - view().viewport()->height();
+      window->resize(width, window->height() + missing);
+      EXPECT_TRUE(wait_until([&] {
+        const bool fits = view().visualRect(item(last)).bottom() < view().viewport()->height();
+        return fits == (beyond > 0) && view().verticalScrollBar()->isVisible() == !fits;
+      })) << width
+          << " wide, " << beyond << " beyond the last row";
+    }
+  }
+}
+
 TEST_F(ResultViewTest, zoom_changes_the_tiles_from_small_to_large) {
   show_photos(3);
   window->set_value(Control::imageBrowser, 0);

@@ -69,17 +69,15 @@ class Shots {
 };
 
 void save_dialogs(norvo::WindowShowcase& showcase, const Shots& shots) {
+  const norvo::EditionProfile& edition = showcase.edition();
   norvo::QtNotices notices(
       showcase.window(),
-      {.support_address = u"larch@support.norvo.example",
-       .reseller_address = u"resellers@norvo.example",
-       .web_address = u"https://www.norvo.example",
-       .web_address_2 = u"https://www.norvo.example/larch",
+      {.support_address = edition.support_address,
+       .reseller_address = edition.reseller_address,
+       .web_address = edition.web_address,
+       .web_address_2 = edition.web_address_2,
        .pages = {u"Norvo Recovery", u"This edition", u"Questions and answers", u"Orders"}},
-      [] {
-        return norvo::saved_notice(
-            {}, true, "/home/anna/Pictures/Recovered/Norvo Spruce Results/Photo Search");
-      },
+      [&] { return norvo::saved_notice({}, true, showcase.results_folder()); },
       [](std::string_view) {});
   shots.save_dialog(u"Browse_Info"_s, u"dialog_browse"_s, [&] { notices.run_Browse_Info(); });
   shots.save_dialog(u"SaveFile_Info"_s, u"dialog_saved"_s, [&] { notices.run_SaveFile_Info(); });
@@ -122,7 +120,8 @@ int main(int argc, char** argv) {
   if (arguments[1] == u"dark") QApplication::setPalette(dark_palette());
   norvo::Look::install(application);
   const std::filesystem::path folder(QApplication::applicationDirPath().toStdString());
-  norvo::WindowShowcase showcase(arguments[2].toStdString(), folder / "norvo-decoder");
+  norvo::WindowShowcase showcase(arguments[2].toStdString(), folder / "norvo-decoder",
+                                 NORVO_SIGNATURE_MASTERS);
   if (arguments.size() >= 6) showcase.window().resize(arguments[4].toInt(), arguments[5].toInt());
   const Shots shots(arguments[3]);
   showcase.window().show();

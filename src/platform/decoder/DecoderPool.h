@@ -24,9 +24,15 @@
 
 namespace norvo {
 
+// The processes of a pool that is not told how many: as many as cores less one, at least one. With
+// `cores` 0 the system does not tell how many there are.
+constexpr unsigned usual_processes(unsigned cores) {
+  return cores > 1 ? cores - 1 : 1;
+}
+
 struct DecoderPoolSettings {
   std::filesystem::path decoder;     // absolute path of norvo-decoder
-  unsigned processes = 0;            // 0: as many as cores less one, at least one
+  unsigned processes = 0;            // 0: usual_processes() of this machine's cores
   unsigned files_per_process = 200;  // then a fresh one
   // For each job; then its process is killed. The limit is on the time for which the process
   // computes (where the system tells it), as a decoder in the background may wait long for a

@@ -19,9 +19,7 @@ constexpr std::chrono::milliseconds shortest_look{20};
 constexpr std::chrono::milliseconds patience_with_dying{1000};
 
 unsigned number_of_processes(unsigned wanted) {
-  if (wanted != 0) return wanted;
-  const unsigned cores = std::thread::hardware_concurrency();
-  return cores > 1 ? cores - 1 : 1;
+  return wanted != 0 ? wanted : usual_processes(std::thread::hardware_concurrency());
 }
 
 // O_NONBLOCK: opening a pipe must not wait for its other end.

@@ -44,7 +44,7 @@ DrivesScreen::DrivesScreen(ControlTable& controls, TableSource drives,
       Control::idTableView,
       new TableView(std::make_unique<SourceTableModel>(std::move(drives), drive_columns(),
                                                        SourceTableModel::Reload::anew),
-                    1, {12, 20, 14, 11, 10, 14}),
+                    1, {12, 20, 18, 11, 10, 14}),
       u"Drives"_s);
   table_->setAcceptDrops(true);
   table_->viewport()->setAcceptDrops(true);

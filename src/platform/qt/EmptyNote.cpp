@@ -8,6 +8,23 @@
 #include "platform/qt/Theme.h"
 
 namespace norvo {
+namespace {
+
+constexpr int text_flags = Qt::AlignHCenter | Qt::AlignTop | Qt::TextWordWrap;
+
+int height_of(const QString& text, const QFontMetrics& metrics, int width) {
+  return metrics.boundingRect(QRect(0, 0, width, QWIDGETSIZE_MAX), text_flags, text).height();
+}
+
+// The least width that takes no more lines: the last one is then no single word.
+int balanced_width(const QString& text, const QFontMetrics& metrics, int width) {
+  const int height = height_of(text, metrics, width);
+  int least = width;
+  while (least > unit && height_of(text, metrics, least - unit) == height) least -= unit;
+  return least;
+}
+
+}  // namespace
 
 EmptyNote::EmptyNote(QAbstractItemView& view, const QString& icon, const QString& title,
                      const QString& advice)
@@ -47,10 +64,11 @@ void EmptyNote::paintEvent(QPaintEvent* /*event*/) {
   large.setWeight(QFont::DemiBold);
   constexpr int icon_size = 6 * unit;
   const int title_height = QFontMetrics(large).height();
-  const int text_width = std::min(width() - 4 * unit, 56 * unit);
+  const int room = std::min(width() - 4 * unit, 56 * unit);
+  const int text_width = std::max(balanced_width(advice_, fontMetrics(), room),
+                                  balanced_width(title_, QFontMetrics(large), room));
   QRect text((width() - text_width) / 2, 0, text_width, height());
-  const int flags = Qt::AlignHCenter | Qt::AlignTop | Qt::TextWordWrap;
-  const int advice_height = fontMetrics().boundingRect(text, flags, advice_).height();
+  const int advice_height = height_of(advice_, fontMetrics(), text_width);
   const int text_height = title_height + unit / 2 + advice_height;
   const bool icon_fits = height() > text_height + icon_size + 4 * unit;
   int top = (height() - text_height - (icon_fits ? icon_size + unit : 0)) / 2;
@@ -62,11 +80,11 @@ void EmptyNote::paintEvent(QPaintEvent* /*event*/) {
   text.setTop(top);
   painter.setFont(large);
   painter.setPen(theme.text);
-  painter.drawText(text, flags, title_);
+  painter.drawText(text, text_flags, title_);
   text.setTop(top + title_height + unit / 2);
   painter.setFont(font());
   painter.setPen(theme.quiet_text);
-  painter.drawText(text, flags, advice_);
+  painter.drawText(text, text_flags, advice_);
 }
 
 }  // namespace norvo

@@ -67,8 +67,13 @@ void QuietLabel::reserve_lines(int lines) {
   lines_ = lines;
 }
 
+// As high as an ElidedLabel, for one line: texts beside each other then stand on one line.
+int QuietLabel::height_of_lines() const {
+  return (lines_ - 1) * fontMetrics().lineSpacing() + fontMetrics().height();
+}
+
 int QuietLabel::flags() const {
-  return static_cast<int>(alignment()) | (wordWrap() ? Qt::TextWordWrap : 0);
+  return static_cast<int>(alignment()) | (wordWrap() ? Qt::TextWordWrap : Qt::TextSingleLine);
 }
 
 bool QuietLabel::hasHeightForWidth() const {
@@ -77,15 +82,16 @@ bool QuietLabel::hasHeightForWidth() const {
 
 int QuietLabel::heightForWidth(int width) const {
   if (text().trimmed().isEmpty()) return 0;
+  if (!wordWrap()) return height_of_lines();
   const QRect room(0, 0, width, QWIDGETSIZE_MAX);
   const int needed = fontMetrics().boundingRect(room, flags(), text().trimmed()).height();
-  return std::max(needed, lines_ * fontMetrics().lineSpacing());
+  return std::max(needed, height_of_lines());
 }
 
 QSize QuietLabel::minimumSizeHint() const {
   const QSize whole = sizeHint();
   const int width = wordWrap() ? std::min(10 * unit, whole.width()) : whole.width();
-  return {width, std::min(whole.height(), lines_ * fontMetrics().lineSpacing())};
+  return {width, std::min(whole.height(), height_of_lines())};
 }
 
 QSize QuietLabel::sizeHint() const {

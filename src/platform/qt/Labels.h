@@ -42,6 +42,7 @@ class QuietLabel : public QLabel {
 
  private:
   int flags() const;
+  int height_of_lines() const;
   int lines_ = 1;
 };
 

@@ -2,16 +2,20 @@
 
 #include <QHBoxLayout>
 #include <QSignalBlocker>
-#include <QStyle>
 #include <QVBoxLayout>
 #include <algorithm>
 #include <limits>
 #include <utility>
 
+#include "platform/qt/Icons.h"
+#include "platform/qt/Theme.h"
+
 namespace norvo {
 namespace {
 
 using namespace Qt::StringLiterals;
+
+constexpr int icon_size = 2 * unit;
 
 int milliseconds(std::chrono::milliseconds time) {
   return static_cast<int>(
@@ -26,6 +30,7 @@ MovieView::MovieView(Acts acts, QWidget* parent) : QWidget(parent), acts_(std::m
   picture_->setAlignment(Qt::AlignCenter);
   picture_->setAccessibleName(u"Movie"_s);
   button_ = new QToolButton;
+  button_->setIconSize({icon_size, icon_size});
   button_->setObjectName(u"play_btn"_s);
   connect(button_, &QToolButton::clicked, this, &MovieView::toggle);
   bar_ = new QSlider(Qt::Horizontal);
@@ -93,7 +98,8 @@ void MovieView::toggle() {
 
 void MovieView::set_playing(bool playing) {
   playing_ = playing;
-  button_->setIcon(style()->standardIcon(playing ? QStyle::SP_MediaPause : QStyle::SP_MediaPlay));
+  button_->setIcon(icon_pixmap(playing ? u"pause"_s : u"play"_s, icon_size, Theme::current().text,
+                               devicePixelRatioF()));
   button_->setAccessibleName(playing ? u"Pause"_s : u"Play"_s);
   button_->setToolTip(button_->accessibleName());
 }

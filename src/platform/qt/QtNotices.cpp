@@ -93,10 +93,9 @@ void QtNotices::make_save_file_info() {
                                             .button_name = u"OK_Btn"_s,
                                             .button_caption = u"&OK"_s},
                                            &window_);
-  saved_path_ = new ElidedLabel;
+  saved_path_ = new PathLabel(NoticeWindow::text_width);
   scale_font(*saved_path_, 1.0, QFont::DemiBold);
   saved_advice_ = new QuietLabel;
-  saved_path_->setFixedWidth(NoticeWindow::text_width);
   saved_advice_->setFixedWidth(NoticeWindow::text_width);
   SaveFile_Info_Window_->more().addWidget(saved_path_);
   SaveFile_Info_Window_->more().addWidget(saved_advice_);

@@ -8,6 +8,7 @@
 #include "platform/qt/ContactDialog.h"
 #include "platform/qt/Labels.h"
 #include "platform/qt/NoticeWindow.h"
+#include "platform/qt/PathLabel.h"
 #include "wizard/Notices.h"
 #include "wizard/SavedNotice.h"
 
@@ -42,7 +43,7 @@ class QtNotices : public Notices {
   std::function<void(std::string_view)> clicked_;
   NoticeWindow* BrowseInfo_Window_;
   NoticeWindow* SaveFile_Info_Window_ = nullptr;
-  ElidedLabel* saved_path_ = nullptr;
+  PathLabel* saved_path_ = nullptr;
   QuietLabel* saved_advice_ = nullptr;
   NoticeWindow* LoadDisk_Window_;
   NoticeWindow* ClearPreview_Window_;

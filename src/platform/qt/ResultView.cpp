@@ -4,6 +4,7 @@
 #include <QDropEvent>
 #include <QKeyEvent>
 #include <QPainter>
+#include <QScrollBar>
 #include <algorithm>
 #include <cmath>
 #include <utility>
@@ -70,10 +71,13 @@ void ResultView::show_value() {
 }
 
 void ResultView::fit_grid() {
-  const int room = std::max(1, viewport()->width() - 1);
+  // As if the scroll bar were always there: else it would change the columns, and they would make
+  // it come and go again.
+  const int bar = verticalScrollBar()->sizeHint().width();
+  const int room = std::max(1, maximumViewportSize().width() - bar - 1);
   const int text = fontMetrics().height();
   const bool tiles = items_ == Items::tiles;
-  const int wanted = tiles ? picture_size() + 2 * unit
+  const int wanted = tiles ? picture_size() + 2 * unit + unit / 2
                            : small_item_characters * fontMetrics().averageCharWidth() + 4 * unit;
   const int columns = std::max(1, room / wanted);
   const int height = tiles ? picture_size() + text + 3 * unit : std::max(20, text) + unit;

@@ -23,6 +23,7 @@ QHBoxLayout* pair(QWidget* caption, QWidget* value) {
   row->setSpacing(unit / 2);
   row->addWidget(caption);
   row->addWidget(value);
+  row->addStretch(1);
   return row;
 }
 
@@ -80,11 +81,11 @@ QWidget* SectorRangePanel::make_end(ControlTable& controls, SettingsPage page, c
   grid->addWidget(caption, 0, 0);
   grid->addWidget(field, 0, 1, 1, 2);
   grid->addWidget(slider, 1, 0, 1, 3);
-  grid->addLayout(pair(add_label(end.minimum, caption_label(u"Least"_s), u"Least"_s),
-                       add_label(end.minimum_value, new ElidedLabel, u"Least sector"_s)),
+  grid->addLayout(pair(add_label(end.minimum, caption_label(u"First"_s), u"First"_s),
+                       add_label(end.minimum_value, new ElidedLabel, u"First sector"_s)),
                   2, 0);
-  grid->addLayout(pair(add_label(end.maximum, caption_label(u"Most"_s), u"Most"_s),
-                       add_label(end.maximum_value, new ElidedLabel, u"Most sector"_s)),
+  grid->addLayout(pair(add_label(end.maximum, caption_label(u"Last"_s), u"Last"_s),
+                       add_label(end.maximum_value, new ElidedLabel, u"Last sector"_s)),
                   2, 2, Qt::AlignRight);
   grid->setColumnStretch(1, 1);
   box->content().addLayout(grid);

@@ -10,7 +10,8 @@
 namespace norvo {
 namespace {
 
-// Draws no frame around a single cell: the row is what is selected.
+// Draws no frame around a single cell: the row is what is selected. Blanks at the ends of a text
+// are not drawn, so that numbers stand below their heading.
 class RowDelegate : public QStyledItemDelegate {
  public:
   using QStyledItemDelegate::QStyledItemDelegate;
@@ -20,6 +21,7 @@ class RowDelegate : public QStyledItemDelegate {
     QStyledItemDelegate::initStyleOption(option, index);
     option->state &= ~QStyle::State_HasFocus;
     option->textElideMode = Qt::ElideMiddle;
+    option->text = option->text.trimmed();
   }
 };
 

@@ -3,9 +3,12 @@
 
 #include <QBuffer>
 #include <QImage>
+#include <cstring>
 
 #include "platform/qt/DecodedThumbnailMaker.h"
 #include "results/Gallery.h"
+#include "support/ChildPolicies.h"
+#include "window/flow/WindowFlow.h"
 
 namespace norvo {
 namespace {
@@ -61,6 +64,36 @@ TEST_F(DecodedThumbnails, AreTheBytesOfTheGallerysItem) {
   EXPECT_TRUE(
       gallery.addImageWithData(std::as_bytes(std::span(bytes)), u"a", u"1", maker_).item_added);
   EXPECT_EQ(read(*gallery.item(0)->imageData).size(), QSize(25, 100));
+}
+
+// A card with photos and an end that the search does not reach during a test.
+test::FakeMedium large_card() {
+  test::FakeMedium medium;
+  medium.made_sectors = std::uint64_t{1} << 36;
+  medium.sector = [photos = test::card_with_photos(9)](std::uint64_t number,
+                                                       std::span<std::byte> sector) {
+    std::memset(sector.data(), 0, sector.size());
+    const std::uint64_t begin = number * sector_size;
+    if (begin < photos.size()) std::memcpy(sector.data(), &photos[begin], sector_size);
+  };
+  return medium;
+}
+
+TEST_F(DecodedThumbnails, ComeAfterTheSearchWhileItRuns) {
+  test::FakeMedium medium = large_card();
+  test::WindowFlow flow(medium);
+  flow.select_drive();
+  flow.click(Control::next_btn);
+  flow.choose_destination();
+  flow.click(Control::next_btn);
+  EXPECT_TRUE(flow.wait_until([] { return test::has_child_with_policy(SCHED_IDLE); }));
+  flow.dialogs.expect("alert", "Yes");
+  flow.dialogs.expect("SaveFile_Info", "OK_Btn");
+  flow.click(Control::stop_scan);
+  ASSERT_TRUE(flow.wait_until([&] { return flow.is_enabled(Control::back_btn); }));
+  // Larger pictures are asked for.
+  flow.program().window().set_value(Control::imageBrowser, 1);
+  EXPECT_TRUE(flow.wait_until([] { return test::has_child_with_policy(SCHED_OTHER); }));
 }
 
 }  // namespace

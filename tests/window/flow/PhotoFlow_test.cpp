@@ -84,6 +84,20 @@ TEST_F(PhotoFlow, ASearchOfTheWholeCardFindsItsPhotosAndShowsThem) {
   EXPECT_THAT(flow.sleep_asked, ElementsAre(true, false));
 }
 
+TEST_F(PhotoFlow, ASearchThatFindsNothingSaysSoInsteadOfPromisingMore) {
+  medium_.bytes.assign(64 * sector_size, 0x5A);
+  test::WindowFlow flow(medium_);
+  go_to_settings(flow);
+  flow.choose_destination();
+  const QWidget& gallery = flow.widget(Control::imageBrowser);
+  flow.dialogs.on_dialog = [&](QWidget& dialog) {
+    if (dialog.objectName() != "SaveFile_Info") return;
+    EXPECT_TRUE(gallery.accessibleDescription().startsWith("No photos were found"));
+  };
+  ASSERT_TRUE(flow.search_to_the_end());
+  EXPECT_TRUE(gallery.accessibleDescription().startsWith("No photos were found"));
+}
+
 TEST_F(PhotoFlow, BackFromTheResultsKeepsTheSettingsAndASecondSearchFindsTheSame) {
   test::WindowFlow flow(medium_);
   go_to_settings(flow);
