@@ -147,6 +147,31 @@ class FullOutput(Case):
         self.assertEqual(disks.Recovered(self.recovered()).missing(self.places), [])
 
 
+class WithoutSignatures(Case):
+    """A signature folder that has nothing for the search."""
+
+    def assert_warned(self, err: str) -> None:
+        self.assertEqual(err.count(f'Warning: no signatures could be read from {self.folder}.'), 1)
+
+    def test_is_told_whatever_is_listed(self) -> None:
+        for mode in ('photo', 'video', 'raw', 'audio'):
+            with self.subTest(mode):
+                run = self.run_program('--edition', 'Norvo Birch', '--mode', mode, '--list-types',
+                                       '--signatures', self.folder)
+                self.assertEqual(run.status, 0)
+                self.assert_warned(run.err)
+
+    def test_is_told_whatever_is_searched_for(self) -> None:
+        image = self.folder / 'disk.img'
+        image.write_bytes(bytes(100 * 512))
+        for mode, status in (('photo', 0), ('video', 2)):
+            with self.subTest(mode):
+                run = self.run_program('--mode', mode, '--device', image, '--destination',
+                                       self.destination, '--signatures', self.folder)
+                self.assertEqual(run.status, status)
+                self.assert_warned(run.err)
+
+
 class CheckSignatures(Case):
     def write(self, name: str, *lines: str) -> Path:
         path = self.folder / 'signatures' / name
@@ -187,6 +212,13 @@ class CheckSignatures(Case):
         self.assertEqual(status, 1)
         self.assertIn(f'{path}:7: ', out)
         self.assertIn('2 files, 1 fault\n', out)
+
+    def test_a_name_cannot_steer_the_terminal(self) -> None:
+        self.write('\x1b[31mred.dll', 'Extension : JPG')
+        status, out = self.check()
+        self.assertEqual(status, 1)
+        self.assertIn('red.dll', out)
+        self.assertNotIn('\x1b', out)
 
     def test_a_folder_without_signatures_is_wrong_usage(self) -> None:
         run = self.run_program('--check-signatures', self.folder)

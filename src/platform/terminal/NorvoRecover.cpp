@@ -69,14 +69,21 @@ std::variant<ScanRequest, UsageError> make_request(const CommandLine& line,
   return request;
 }
 
-void warn_before_search(const CommandLine& line, const MyTableController& controller,
-                        const std::filesystem::path& signatures, std::ostream& err) {
+ModeTables tables_of_search_type(const SignatureTables& tables, int Recovery_MODE) {
+  return Recovery_MODE == 0 ? ModeTables{tables.Ext_Array, tables.Adv_Ext_Array}
+                            : tables_of_mode(tables, Recovery_MODE);
+}
+
+void warn_without_signatures(const ModeTables& tables, const std::filesystem::path& signatures,
+                             std::ostream& err) {
+  if (!tables.general.empty() || !tables.thorough.empty()) return;
+  err << "Warning: no signatures could be read from " << signatures.string() << ".\n";
+}
+
+void warn_before_search(const CommandLine& line, std::ostream& err) {
   if (lies_on_device(line.destination, line.device)) {
     err << "Warning: the destination lies on the device that is searched. What is saved there can "
            "overwrite what is still to be found; choose a folder on another drive.\n";
-  }
-  if (line.Recovery_MODE == 0 && controller.tables().Ext_Array.empty()) {
-    err << "Warning: no signatures could be read from " << signatures.string() << ".\n";
   }
 }
 
@@ -141,8 +148,9 @@ int list_types(const CommandLine& line, const NorvoRecoverSetting& setting) {
   SignatureTables tables;
   tables.load(signature_folder(line, setting), profile.signature_files);
   FileTypeCheckList list;
-  list.build(line.Recovery_MODE == 0 ? ModeTables{tables.Ext_Array, tables.Adv_Ext_Array}
-                                     : tables_of_mode(tables, line.Recovery_MODE));
+  const ModeTables types = tables_of_search_type(tables, line.Recovery_MODE);
+  warn_without_signatures(types, signature_folder(line, setting), setting.err);
+  list.build(types);
   report_types(list, line.json, setting.out);
   return 0;
 }
@@ -171,6 +179,8 @@ int search(const CommandLine& line, std::span<const char* const> arguments,
   const auto request = make_request(line, controller.profile());
   if (const auto* fault = std::get_if<UsageError>(&request)) return refuse(setting, fault->message);
   controller.load_signature_tables(signature_folder(line, setting));
+  warn_without_signatures(tables_of_search_type(controller.tables(), line.Recovery_MODE),
+                          signature_folder(line, setting), setting.err);
   if (line.Recovery_MODE != 0) {
     controller.check_list().build(tables_of_mode(controller.tables(), line.Recovery_MODE));
     const auto fault = tick_types(controller.check_list(), line.types);
@@ -179,7 +189,7 @@ int search(const CommandLine& line, std::span<const char* const> arguments,
   auto begun = begin_report(line, arguments, std::get<ScanRequest>(request));
   if (const auto* fault = std::get_if<UsageError>(&begun)) return refuse(setting, fault->message);
   report = std::get<std::unique_ptr<RecoveryReport>>(std::move(begun));
-  warn_before_search(line, controller, signature_folder(line, setting), setting.err);
+  warn_before_search(line, setting.err);
   if (setting.publish_stop_flag != nullptr) setting.publish_stop_flag(&controller.state().stop_now);
   if (line.Recovery_MODE != 0) controller.hand_over_selection(line.Recovery_MODE);
   const SearchOutcome outcome =

@@ -1,29 +1,28 @@
 #include "platform/terminal/SignatureReport.h"
 
-#include <algorithm>
 #include <optional>
 #include <string>
-#include <system_error>
 #include <vector>
 
 #include "platform/terminal/ExitStatus.h"
 #include "sigdb/SignatureCheck.h"
+#include "sigdb/SignatureFormat.h"
 #include "util/Files.h"
+#include "util/Text.h"
 
 namespace norvo {
 namespace fs = std::filesystem;
 namespace {
 
-constexpr std::uintmax_t largest_file = 64U << 20U;
-
 std::vector<fs::path> signature_files(const fs::path& folder) {
-  std::vector<fs::path> files;
-  std::error_code error;
-  for (const fs::directory_entry& entry : fs::directory_iterator(folder, error)) {
-    if (entry.path().extension() == ".dll") files.push_back(entry.path());
-  }
-  std::sort(files.begin(), files.end());
+  std::vector<fs::path> files = entries_of(folder);
+  std::erase_if(files, [](const fs::path& file) { return file.extension() != ".dll"; });
   return files;
+}
+
+// Names of files come from strangers.
+std::string shown(const fs::path& path) {
+  return utf8_from_text(displayable(text_from_utf8_lossy(path.native())));
 }
 
 }  // namespace
@@ -31,19 +30,19 @@ std::vector<fs::path> signature_files(const fs::path& folder) {
 int report_signature_faults(const fs::path& folder, std::ostream& out, std::ostream& err) {
   const std::vector<fs::path> files = signature_files(folder);
   if (files.empty()) {
-    err << folder.string() << " holds no signature files (their names end in .dll).\n";
+    err << shown(folder) << " holds no signature files (their names end in .dll).\n";
     return exit_status::wrong_usage;
   }
   std::size_t faults = 0;
   for (const fs::path& file : files) {
-    const std::optional<std::string> content = read_whole_file(file, largest_file);
+    const std::optional<std::string> content = read_whole_file(file, largest_signature_file);
     if (!content) {
-      out << file.string() << ": cannot be read\n";
+      out << shown(file) << ": cannot be read\n";
       ++faults;
       continue;
     }
     for (const SignatureFault& fault : check_signature_file(*content)) {
-      out << file.string() << ':' << fault.line << ": " << fault.fault << '\n';
+      out << shown(file) << ':' << fault.line << ": " << fault.fault << '\n';
       ++faults;
     }
   }
