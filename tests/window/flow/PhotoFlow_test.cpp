@@ -54,6 +54,19 @@ TEST_F(PhotoFlow, NextWithoutADriveSaysSo) {
   EXPECT_EQ(flow.screen_counter(), 0);
 }
 
+TEST_F(PhotoFlow, ATypedFolderOnTheSearchedDriveIsWarnedOf) {
+  test::WindowFlow flow(medium_);
+  flow.lies_on_device = true;
+  go_to_settings(flow);
+  flow.type(Control::path, "/media/card/found");
+  ASSERT_TRUE(flow.wait_until([&] { return flow.is_visible(Control::destination_hint); }));
+  EXPECT_EQ(flow.text(Control::destination_hint).substr(0, 32),
+            u"This folder lies on the drive to");
+  flow.lies_on_device = false;
+  flow.type(Control::path, QString::fromStdString(flow.destination()));
+  EXPECT_TRUE(flow.wait_until([&] { return !flow.is_visible(Control::destination_hint); }));
+}
+
 TEST_F(PhotoFlow, NextWithoutADestinationSaysSoAndPointsAtTheButton) {
   test::WindowFlow flow(medium_);
   go_to_settings(flow);

@@ -129,7 +129,10 @@ WindowFlow::WindowFlow(FakeMedium& medium, TextView bundle_name,
       .privacy_reset = nullptr,
       .permission_help = u"Ask an administrator.",
       .raw_node = [](TextView identifier) { return fs::path("/dev") / fs::path(identifier); },
-      .lies_on_device = [](const fs::path&, const fs::path&) { return false; }});
+      .lies_on_device =
+          [this](const fs::path& /*folder*/, const fs::path& device) {
+            return lies_on_device && device == "/dev/sdx1";
+          }});
   program_->show();
 }
 

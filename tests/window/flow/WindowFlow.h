@@ -98,6 +98,7 @@ class WindowFlow {
   WindowProgram& program() { return *program_; }
   DialogAnswers dialogs;
   std::vector<bool> sleep_asked;
+  bool lies_on_device = false;  // every folder on the card
 
  private:
   TemporaryFolder folder_;
