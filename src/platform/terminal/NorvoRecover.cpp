@@ -112,7 +112,7 @@ std::optional<std::string> edition_fault(const CommandLine& line, const EditionP
 // What is wrong with the call's edition or search type, or nothing.
 std::optional<std::string> search_type_fault(const CommandLine& line,
                                              const EditionProfile& profile) {
-  if (const auto fault = edition_fault(line, profile)) return fault;
+  if (auto fault = edition_fault(line, profile)) return fault;
   if (profile.has_search_type(line.Recovery_MODE)) return std::nullopt;
   return "The edition \"" + utf8_from_text(line.edition) + "\" does not have this search type.";
 }
