@@ -172,6 +172,22 @@ class WithoutSignatures(Case):
                 self.assert_warned(run.err)
 
 
+class ClosedStreams(Case):
+    def test_nothing_but_a_file_is_written_into_a_file(self) -> None:
+        """Who starts a program with its streams closed leaves their numbers to the first files that
+        it opens."""
+        image = self.folder / 'disk.img'
+        places = disks.raw_image(image, make_jpegs(3), size=100 * 512)
+        command = self.command('--device', image, '--destination', self.destination, '--json')
+        status = subprocess.run(['sh', '-c', 'exec "$@" <&- >&- 2>&-', 'sh', *command],
+                                timeout=PATIENCE, check=False).returncode
+        self.assertEqual(status, 0)
+        files = sorted(self.destination.rglob('*.JPG'))
+        self.assertEqual(disks.Recovered(files).missing(places), [])
+        for file in files:
+            self.assertNotIn(b'"event"', file.read_bytes(), file)
+
+
 class CheckSignatures(Case):
     def write(self, name: str, *lines: str) -> Path:
         path = self.folder / 'signatures' / name

@@ -6,6 +6,7 @@
 #include <unistd.h>
 
 #include "support/Child.h"
+#include "util/StandardStreams.h"
 
 namespace norvo {
 namespace {

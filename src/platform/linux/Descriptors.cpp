@@ -4,32 +4,19 @@
 #include <unistd.h>
 
 namespace norvo {
-namespace {
-
-constexpr const char* nothing = "/dev/null";
-
-}  // namespace
 
 void close_all_but_standard_streams() {
   closefrom(STDERR_FILENO + 1);
 }
 
 bool put_null_on_standard_streams() {
-  const int null = open(nothing, O_RDWR | O_CLOEXEC);
+  const int null = open("/dev/null", O_RDWR | O_CLOEXEC);
   if (null < 0) return false;
   for (int fd = STDIN_FILENO; fd <= STDERR_FILENO; ++fd) {
     // A descriptor that is its own copy would keep its close-on-exec mark.
     if (fd == null ? fcntl(fd, F_SETFD, 0) != 0 : dup2(null, fd) != fd) return false;
   }
   return null <= STDERR_FILENO || close(null) == 0;
-}
-
-bool complete_standard_streams() {
-  for (int fd = STDIN_FILENO; fd <= STDERR_FILENO; ++fd) {
-    // The lowest free descriptor is taken, and all below this one are in use.
-    if (fcntl(fd, F_GETFD) < 0 && open(nothing, O_RDWR) != fd) return false;  // NOLINT
-  }
-  return true;
 }
 
 }  // namespace norvo

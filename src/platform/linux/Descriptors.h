@@ -9,8 +9,4 @@ void close_all_but_standard_streams();
 // Puts /dev/null on descriptors 0, 1 and 2; false when that failed.
 [[nodiscard]] bool put_null_on_standard_streams();
 
-// Puts /dev/null on those of descriptors 0, 1 and 2 that are closed, so that no other file is
-// mistaken for a standard stream; false when that failed.
-[[nodiscard]] bool complete_standard_streams();
-
 }  // namespace norvo

@@ -18,6 +18,7 @@
 #include "platform/linux/Privileges.h"
 #include "platform/linux/RemoteDeviceOpener.h"
 #include "platform/linux/Session.h"
+#include "util/StandardStreams.h"
 
 namespace norvo {
 namespace {

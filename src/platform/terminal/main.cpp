@@ -6,8 +6,10 @@
 #include "platform/terminal/NorvoRecover.h"
 #include "platform/terminal/StopSignals.h"
 #include "util/ChildProcess.h"
+#include "util/StandardStreams.h"
 
 int main(int argc, char** argv) {
+  if (!norvo::complete_standard_streams()) return 1;
   norvo::keep_ended_children();
   norvo::install_stop_signals();
   const auto opener = norvo::make_system_device_opener();
