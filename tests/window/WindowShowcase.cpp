@@ -93,7 +93,7 @@ WindowShowcase::WindowShowcase(const std::filesystem::path& pictures,
   masters.video_dll_adv = u"video-thorough.txt";
   tables_.load(signatures, masters);
   window_ = std::make_unique<MainWindow>(content());
-  screens_ = std::make_unique<Screens>(*window_, state_, presentation_);
+  screens_ = std::make_unique<Screens>(*window_, state_, presentation_, preview_);
   movie_view_ = new MovieView({.play = [] {}, .pause = [] {}, .seek = [](auto) {}});
   auto* layout = new QVBoxLayout(&window_->widget(Control::mMovieView));
   layout->setContentsMargins(0, 0, 0, 0);

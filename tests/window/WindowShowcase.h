@@ -13,6 +13,7 @@
 #include "platform/qt/QtMainThread.h"
 #include "results/FoundFilesTable.h"
 #include "results/Gallery.h"
+#include "results/PreviewPane.h"
 #include "sigdb/FileTypeCheckList.h"
 #include "sigdb/SignatureTables.h"
 #include "storage/DriveList.h"
@@ -28,6 +29,13 @@ class ShowcaseDrives final : public DiskUtility {
   std::optional<DiskReport> info(const std::filesystem::path& path) override;
 
   bool connected = true;
+};
+
+// The movie that is shown stays.
+class ShowcasePreview final : public PreviewPane {
+ public:
+  void clear() override {}
+  void CreateFile_QuickLook_Preview(const std::filesystem::path&) override {}
 };
 
 class WindowShowcase {
@@ -76,6 +84,7 @@ class WindowShowcase {
   QtMainThread main_thread_;
   DecoderThumbnails thumbnails_;
   std::unique_ptr<MainWindow> window_;
+  ShowcasePreview preview_;
   std::unique_ptr<Screens> screens_;
   MovieView* movie_view_;  // belongs to the window
 };
