@@ -29,14 +29,15 @@ ProgressPanel::ProgressPanel(ControlTable& controls) {
       controls.add(Control::ClearThumbnail_Label, new QuietLabel, u"About the shown items"_s);
 
   auto* box = new TitledBox({});
-  auto* headline = new QHBoxLayout;
-  headline->addWidget(mode, 1);
-  headline->addWidget(left);
+  // Beside the long sentence on what is running, neither would be whole in the smallest window.
+  auto* numbers = new QHBoxLayout;
+  numbers->addWidget(sector, 1);
+  numbers->addWidget(left);
   auto* texts = new QVBoxLayout;
   texts->setSpacing(unit / 2 + 2);
-  texts->addLayout(headline);
+  texts->addWidget(mode);
   texts->addWidget(bar);
-  texts->addWidget(sector);
+  texts->addLayout(numbers);
   texts->addWidget(cleared);
   auto* row = new QHBoxLayout;
   row->setSpacing(3 * unit);
