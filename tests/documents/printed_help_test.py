@@ -15,6 +15,7 @@ from documents import ROOT, section
 HELP = Path(os.environ['NORVO_HELP'])
 DOCUMENTS = [ROOT / 'docs' / 'users-guide.md', ROOT / 'docs' / 'limits.md']
 MOST_BYTES = 3 << 20
+BELOW_NO_PICTURE = 100  # points from the edge of the paper; a picture is higher than the rest
 NOT_RUN = 77
 
 
@@ -45,6 +46,10 @@ class PrintedHelp(unittest.TestCase):
                               check=True).stdout
         text = unicodedata.normalize('NFKC', text)  # fonts draw some pairs of letters as one
         cls.pages = [page.splitlines() for page in text.split('\f')[:-1]]
+        boxes = subprocess.run(['pdftotext', '-bbox', HELP, '-'], capture_output=True, text=True,
+                               check=True).stdout
+        cls.tops = [float(top) for top in
+                    re.findall(r'<page [^>]*>\s*<word [^>]*yMin="([\d.]+)"', boxes)]
 
     def test_every_page_holds_something(self) -> None:
         self.assertGreater(len(self.pages), 5)
@@ -80,7 +85,8 @@ class PrintedHelp(unittest.TestCase):
             lines = [line.strip() for line in page if line.strip()]
             ends = [at for at, line in enumerate(lines) if line in headings()] or [len(lines) - 1]
             text = re.sub(r' \(page \d+\)', '', plain(' '.join(lines[:ends[0]])))
-            alone = text != '' and text.removeprefix('•').strip() in last_texts()
+            alone = (text != '' and text.removeprefix('•').strip() in last_texts()
+                     and self.tops[number - 1] < BELOW_NO_PICTURE)
             self.assertFalse(alone, f'page {number}: {text}')
 
     def test_every_picture_is_printed(self) -> None:

@@ -29,6 +29,7 @@ constexpr double heading_points = 14;
 constexpr double small_heading_points = 11.5;
 constexpr int window_pixels = 1080;    // width of a picture of the whole window
 constexpr double window_width = 0.70;  // of the text
+constexpr int most_rounds = 10;
 constexpr double line_height_percent = 135;
 // The lengths of formats are meant for a screen and are scaled to the printer.
 constexpr double screen_inch = 96;
@@ -82,11 +83,12 @@ class Book {
     set_tables();
     place_pictures();
     // Room for the numbers first, as they decide where the pages end.
-    const std::vector<Reference> references = prepare_links();
+    std::vector<Reference> references = prepare_links();
     document_->setPageSize(paper_.text_area);
-    settle_page_breaks(*document_);
-    for (auto reference = references.rbegin(); reference != references.rend(); ++reference) {
-      fill_in(*reference);
+    // A number that is shorter than its room can move a line, and that line a page.
+    for (int round = 0; round < most_rounds; ++round) {
+      settle_page_breaks(*document_);
+      if (!fill_in(references)) break;
     }
     lay_out_anew(*document_);
     return std::move(document_);
@@ -94,7 +96,7 @@ class Book {
 
  private:
   struct Reference {
-    int position;
+    QTextCursor number;  // behind it
     int length;
     int target;  // number of the block
   };
@@ -273,9 +275,9 @@ class Book {
       const QString before = entry ? u"\t"_s : u" (page "_s;
       letters.setForeground(entry ? accent : quiet);
       cursor.insertText(before + u"00"_s + (entry ? QString() : u")"_s), letters);
-      const int number = link.position + added + link.length + static_cast<int>(before.size());
-      references.push_back({number, 2, target});
       added = cursor.position() - link.position - link.length;
+      cursor.movePosition(QTextCursor::Left, QTextCursor::MoveAnchor, entry ? 0 : 1);
+      references.push_back({.number = cursor, .length = 2, .target = target});
     }
     return references;
   }
@@ -287,12 +289,23 @@ class Book {
     cursor.setBlockFormat(format);
   }
 
-  void fill_in(const Reference& reference) {
-    const int page = page_of(document_->findBlockByNumber(reference.target)) + 1;
-    QTextCursor cursor(document_.get());
-    cursor.setPosition(reference.position);
-    cursor.setPosition(reference.position + reference.length, QTextCursor::KeepAnchor);
-    cursor.insertText(QString::number(page), cursor.charFormat());
+  // Writes the pages on which the targets stand now. False when all of them were there.
+  bool fill_in(std::vector<Reference>& references) {
+    std::vector<QString> pages;
+    pages.reserve(references.size());
+    for (const Reference& reference : references) {
+      const int page = page_of(document_->findBlockByNumber(reference.target)) + 1;
+      pages.push_back(QString::number(page));
+    }
+    bool changed = false;
+    for (std::size_t i = 0; i < references.size(); ++i) {
+      auto& [number, length, target] = references[i];
+      number.movePosition(QTextCursor::Left, QTextCursor::KeepAnchor, length);
+      changed = changed || number.selectedText() != pages[i];
+      number.insertText(pages[i], number.charFormat());
+      length = static_cast<int>(pages[i].size());
+    }
+    return changed;
   }
 
   QStringList files_;
