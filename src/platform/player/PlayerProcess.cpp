@@ -1,6 +1,5 @@
 #include "platform/player/PlayerProcess.h"
 
-#include <fcntl.h>
 #include <signal.h>
 #include <sys/socket.h>
 
@@ -11,6 +10,7 @@
 
 #include "platform/decoder/DescriptorMessage.h"
 #include "util/ChildProcess.h"
+#include "util/DescriptorPair.h"
 
 namespace norvo {
 namespace {
@@ -35,18 +35,15 @@ std::vector<std::string> environment() {
 }  // namespace
 
 PlayerProcess::PlayerProcess(const std::filesystem::path& player, PictureSize box) : box_(box) {
-  std::array<int, 2> ends{-1, -1};
-  if (socketpair(AF_UNIX, SOCK_STREAM, 0, ends.data()) != 0) return;
-  for (const int end : ends) fcntl(end, F_SETFD, FD_CLOEXEC);
-  UniqueFd ours(ends[0]);
-  const UniqueFd theirs(ends[1]);
+  DescriptorPair sockets = make_socket_pair();
+  if (!sockets) return;
   const StartedChild child = start_child({.executable = player,
                                           .arguments = {},
                                           .input = ChildTask::Input::descriptor,
-                                          .input_descriptor = theirs.get(),
+                                          .input_descriptor = sockets.second.get(),
                                           .environment = environment()});
   pid_ = child.pid;
-  if (pid_ > 0) socket_ = std::move(ours);
+  if (pid_ > 0) socket_ = std::move(sockets.first);
 }
 
 PlayerProcess::~PlayerProcess() {
