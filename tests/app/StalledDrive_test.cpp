@@ -10,6 +10,7 @@
 #include <thread>
 #include <vector>
 
+#include "app/EitherSearch.h"
 #include "app/SessionHarness.h"
 #include "support/FileContent.h"
 #include "wizard/ScreenLists.h"
@@ -20,22 +21,12 @@ namespace {
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-const std::string stop_question = "alert \"\nDo you want to stop searching?\" [Yes|No]";
-const std::string unable_to_save = told(
-    "Unable to continue saving recovered data.\n\nEither Destination Drive is inaccessible or "
-    "there is no free space available in drive to save recovered data.");
-const std::string final_help =
-    "\nTo select another disk for recovery, click on \u2018Back\u2019 Button.";
 const std::string waiting_help =
     "\nThe previous search still waits for an answer of its drive. This search begins by itself as "
     "soon as that drive has answered or is unplugged.";
 
-long count(const std::vector<std::string>& entries, const std::string& entry) {
-  return std::count(entries.begin(), entries.end(), entry);
-}
-
 // A drive with a file in its second sector that stalls at its third.
-class StalledDrive : public testing::TestWithParam<std::int32_t> {
+class StalledDrive : public EitherSearch {
  protected:
   StalledDrive() : bench_(8) {
     bench_.medium.made_sectors = 8;
@@ -57,14 +48,6 @@ class StalledDrive : public testing::TestWithParam<std::int32_t> {
     bench_.main_thread.close();
   }
 
-  bool photos() const { return GetParam() == 0; }
-  std::string header() const { return photos() ? "\xFF\xD8\xFF" : "moov"; }
-  Names scan_screen() const {
-    return search_type_label + (photos() ? photo_scan_screen : file_scan_screen);
-  }
-  Names screen_before() const {
-    return search_type_label + (photos() ? photo_settings() : check_list_screen);
-  }
   std::string help() const { return utf8_from_text(bench_.view.text(Control::help_info)); }
   ScanState& state() { return bench_.controller.state(); }
 
@@ -145,7 +128,7 @@ TEST_P(StalledDrive, LetsTheNextSearchWaitUntilItHasAnswered) {
   answer();
   ASSERT_TRUE(bench_.finish_search());
   EXPECT_EQ(state().outcome, SearchOutcome::completed);
-  EXPECT_EQ(help(), final_help);
+  EXPECT_EQ(help(), final_sentence);
   EXPECT_EQ(bench_.opener.paths.size(), 3U) << "one pass of the first, two of the second";
   EXPECT_EQ(bench_.controller.gallery().size(), 1U);
   EXPECT_EQ(count(bench_.happened(), "run SaveFile_Info"), 1) << "that of the second";
@@ -198,7 +181,7 @@ TEST_P(StalledDrive, ThatAnswersAfterItsFinalScreenChangesNoScreen) {
   bench_.happened();
   ASSERT_TRUE(let_the_worker_end());
   EXPECT_EQ(bench_.view.visible(), visible);
-  EXPECT_EQ(help(), final_help);
+  EXPECT_EQ(help(), final_sentence);
   EXPECT_TRUE(bench_.view.is_enabled(Control::browse_path)) << "a pass disables it";
   EXPECT_THAT(bench_.happened(), IsEmpty());
 }

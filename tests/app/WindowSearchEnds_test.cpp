@@ -10,6 +10,7 @@
 #include <thread>
 #include <vector>
 
+#include "app/EitherSearch.h"
 #include "app/SessionHarness.h"
 #include "support/FileContent.h"
 #include "wizard/ScreenLists.h"
@@ -19,29 +20,6 @@ namespace {
 
 using testing::ElementsAre;
 using testing::IsEmpty;
-
-const std::string stop_question = "alert \"\nDo you want to stop searching?\" [Yes|No]";
-const std::string unable_to_save = told(
-    "Unable to continue saving recovered data.\n\nEither Destination Drive is inaccessible or "
-    "there is no free space available in drive to save recovered data.");
-
-long count(const std::vector<std::string>& entries, const std::string& entry) {
-  return std::count(entries.begin(), entries.end(), entry);
-}
-
-class EitherSearch : public testing::TestWithParam<std::int32_t> {
- protected:
-  bool photos() const { return GetParam() == 0; }
-  Names final_screen() const {
-    return search_type_label +
-           (photos() ? Names{"imageBrowser", "_zoom_label", "_zoom_slider", "_open_folder"}
-                     : Names{"idSigTableView", "imageBrowser_2", "_QuickLook_View_Box",
-                             "_QuickLook_View", "_open_folder_Sig"});
-  }
-  Names screen_before() const {
-    return search_type_label + (photos() ? photo_settings() : check_list_screen);
-  }
-};
 
 INSTANTIATE_TEST_SUITE_P(PhotoVideo, EitherSearch, testing::Values(0, 1));
 
@@ -211,7 +189,7 @@ TEST_P(EitherSearch, ThatCannotSaveSaysSoAndShowsTheFinalScreen) {
 // The notice that the list is cleared stands for four seconds unless the search is stopped.
 TEST_P(EitherSearch, StoppedInThePauseOfTheClearingNoticeEndsAtOnce) {
   SessionHarness bench(3000);
-  bench.make_headers(3000, photos() ? "\xFF\xD8\xFF" : "moov");
+  bench.make_headers(3000, header());
   bench.start_search(GetParam());
   ASSERT_TRUE(bench.main_thread.run_until(
       [&] { return !bench.view.is_hidden(Control::ClearThumbnail_Label); }));

@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "app/EitherSearch.h"
 #include "app/SessionHarness.h"
 #include "support/FileContent.h"
 #include "wizard/ScreenLists.h"
@@ -23,14 +24,7 @@ const std::string thorough_label = text_set(
 const std::string scanning_help = text_set(
     "_help_info",
     "\nTo stop recovery, click on ‘Stop’ Button or please wait for the process to be completed.");
-const std::string final_help =
-    text_set("_help_info", "\nTo select another disk for recovery, click on ‘Back’ Button.");
-const Names photo_final_screen =
-    search_type_label + Names{"imageBrowser", "_zoom_label", "_zoom_slider", "_open_folder"};
-const Names file_final_screen =
-    search_type_label + Names{"idSigTableView", "imageBrowser_2", "_QuickLook_View_Box",
-                              "_QuickLook_View", "_open_folder_Sig"};
-
+const std::string final_help = text_set("_help_info", final_sentence);
 // The worker is through before the main thread does anything, so that the order is one.
 void search_at_once(SessionHarness& bench, std::int32_t mode) {
   bench.start_search(mode);

@@ -124,7 +124,6 @@ class FreshCopy:
                if key not in ('DISPLAY', 'WAYLAND_DISPLAY')},
             'HOME': str(self.home),
             'CCACHE_DIR': os.environ.get('CCACHE_DIR', str(Path.home() / '.cache' / 'ccache')),
-            'CCACHE_BASEDIR': str(self.tree), 'CCACHE_NOHASHDIR': '1',
             'PATH': f'{programs}:{PROGRAMS}'}
 
     def run(self, text: str) -> tuple[int, str]:

@@ -26,51 +26,51 @@ void expect_ignored(const TypeRow& type, const Prepare& prepare) {
   expect_carved({.drawing = "aaa", .table = table_of({type}), .prepare = prepare}, {});
 }
 
-TypeRow type(const Text& header, const Text& position) {
+TypeRow row(const Text& header, const Text& position) {
   return {u"TYP", no_limit, header, position};
 }
 
 TEST(RawFileScan, TheRuleOneLooksAtByteZeroOnly) {
-  expect_recognised(type(u"4142", u"1"), with_bytes(0, {0x41, 0x42}));
-  expect_ignored(type(u"4142", u"1"), with_bytes(1, {0x41, 0x42}));
-  expect_ignored(type(u"4142", u"1"), with_bytes(0, {0x41, 0x41, 0x42}));
+  expect_recognised(row(u"4142", u"1"), with_bytes(0, {0x41, 0x42}));
+  expect_ignored(row(u"4142", u"1"), with_bytes(1, {0x41, 0x42}));
+  expect_ignored(row(u"4142", u"1"), with_bytes(0, {0x41, 0x41, 0x42}));
 }
 
 TEST(RawFileScan, ANumericRuleLooksAtTheByteBeforeItsNumber) {
-  expect_recognised(type(u"4142", u"5"), with_bytes(4, {0x41, 0x42}));
-  expect_ignored(type(u"4142", u"5"), with_bytes(5, {0x41, 0x42}));
-  expect_ignored(type(u"4142", u"5"), with_bytes(4, {0x41, 0x41, 0x42}));
+  expect_recognised(row(u"4142", u"5"), with_bytes(4, {0x41, 0x42}));
+  expect_ignored(row(u"4142", u"5"), with_bytes(5, {0x41, 0x42}));
+  expect_ignored(row(u"4142", u"5"), with_bytes(4, {0x41, 0x41, 0x42}));
 }
 
 TEST(RawFileScan, ANumericRuleOf508OrMoreNeverMatches) {
-  expect_recognised(type(u"4142434445", u"507"), with_bytes(506, {0x41, 0x42, 0x43, 0x44, 0x45}));
-  expect_ignored(type(u"41", u"508"), with_bytes(507, {0x41}));
-  expect_ignored(type(u"41", u"512"), with_bytes(511, {0x41}));
-  expect_ignored(type(u"41", u"513"), with_bytes(0, {}, 0x41));
+  expect_recognised(row(u"4142434445", u"507"), with_bytes(506, {0x41, 0x42, 0x43, 0x44, 0x45}));
+  expect_ignored(row(u"41", u"508"), with_bytes(507, {0x41}));
+  expect_ignored(row(u"41", u"512"), with_bytes(511, {0x41}));
+  expect_ignored(row(u"41", u"513"), with_bytes(0, {}, 0x41));
 }
 
 TEST(RawFileScan, ANumericRuleBelowOneNeverMatches) {
   for (const char16_t* position : {u"0", u"-1", u"", u"N"}) {
-    expect_ignored(type(u"4141", position), with_bytes(0, {}, 0x41));
+    expect_ignored(row(u"4141", position), with_bytes(0, {}, 0x41));
   }
 }
 
 TEST(RawFileScan, ANarrowHeaderInTheMiddleOfASectorIsNotFoundWhereByteZeroIsNoGateByte) {
-  expect_ignored(type(u"4142", u"nn"), with_bytes(100, {0x41, 0x42}));
+  expect_ignored(row(u"4142", u"nn"), with_bytes(100, {0x41, 0x42}));
 }
 
 TEST(RawFileScan, ANarrowHeaderIsFoundBehindARunOfGateBytesFromByteZeroOn) {
   std::vector<unsigned> run(100, 0x41);
   run.push_back(0x42);
-  expect_recognised(type(u"4142", u"nn"), with_bytes(0, run));
+  expect_recognised(row(u"4142", u"nn"), with_bytes(0, run));
   run[50] = 0x43;
-  expect_ignored(type(u"4142", u"nn"), with_bytes(0, run));
+  expect_ignored(row(u"4142", u"nn"), with_bytes(0, run));
 }
 
 TEST(RawFileScan, APartialMatchOfANarrowHeaderMovesTheNextTryBehindIt) {
   // 41 41 were equal, so the next try begins at byte 2 and misses the header at byte 1.
-  expect_ignored(type(u"414142", u"nn"), with_bytes(0, {0x41, 0x41, 0x41, 0x42}));
-  expect_recognised(type(u"414142", u"nn"), with_bytes(0, {0x41, 0x41, 0x41, 0x41, 0x42}));
+  expect_ignored(row(u"414142", u"nn"), with_bytes(0, {0x41, 0x41, 0x41, 0x42}));
+  expect_recognised(row(u"414142", u"nn"), with_bytes(0, {0x41, 0x41, 0x41, 0x41, 0x42}));
 }
 
 TEST(RawFileScan, AnEmptyHeaderNeverMatches) {
@@ -92,16 +92,16 @@ TEST(RawFileScan, TheGateByteIsAskedBesideTheHeader) {
 }
 
 TEST(RawFileScan, AHeaderThatWouldPassTheSectorsEndIsNotFound) {
-  expect_recognised(type(u"414243444546", u"507"),
+  expect_recognised(row(u"414243444546", u"507"),
                     with_bytes(506, {0x41, 0x42, 0x43, 0x44, 0x45, 0x46}));
-  expect_ignored(type(u"41424344454600", u"507"),
+  expect_ignored(row(u"41424344454600", u"507"),
                  with_bytes(506, {0x41, 0x42, 0x43, 0x44, 0x45, 0x46}));
 }
 
 TEST(RawFileScan, SectorsOfZerosAreNotSearched) {
   // A header of zeros is found in a sector that is not all zeros only.
   expect_carved({.drawing = "zaz",
-                 .table = table_of({type(u"0000", u"1")}),
+                 .table = table_of({row(u"0000", u"1")}),
                  .prepare = with_bytes(511, {0x01}, 0x00)},
                 {{"TYP/TYP00001.TYP", "1 z z"}});
 }

@@ -5,32 +5,19 @@
 namespace plain {
 namespace {
 
-const std::string kPassFolder = "/d/R/Photo Search/General Recovery Results";
-const Bytes kHeader = sector_with({0xAA, 0xBB}, 0x22);
-const Bytes kOther = sector_with({}, 0x33);
-const Bytes kThird = sector_with({}, 0x44);
+const std::string kPhotoFolder = "/d/R/Photo Search/General Recovery Results";
 
-Bytes file_of(const Outcome& outcome, const std::string& path) {
-  const auto found = outcome.files.find(kPassFolder + "/" + path);
-  return found == outcome.files.end() ? Bytes() : found->second;
+Bytes photo_of(const Outcome& outcome, const std::string& path) {
+  return file_of(outcome, kPhotoFolder + "/" + path);
 }
 
-Search photo_search(const std::vector<Bytes>& sectors, const Text& maximum = u"100000") {
-  Search search = search_of(0, sectors);
-  add_record(search.general, u"JPG", maximum, u"AABB", u"1", u"170");
-  return search;
-}
-
-// Whether a sector is taken for the beginning of a file by one record.
-bool is_found(const Bytes& sector, const Text& header, const Text& offset, const Text& gate) {
-  Search search = search_of(0, {sector});
-  add_record(search.general, u"A", u"512", header, offset, gate);
-  return !run(search).files.empty();
+bool starts_photo(const Bytes& sector, const Text& header, const Text& offset, const Text& gate) {
+  return starts_file(0, sector, header, offset, gate);
 }
 
 TEST(PlainPhotoScan, FillsAFileToTheEndOfTheRangeAndRepeatsTheLastSector) {
   const Outcome outcome = run(photo_search({kOther, kHeader, kThird, zero_sector()}));
-  const std::string path = kPassFolder + "/JPG/GND00001.JPG";
+  const std::string path = kPhotoFolder + "/JPG/GND00001.JPG";
   const std::vector<Event> expected = {
       {.kind = EventKind::kModeLabel,
        .pass = "GEN",
@@ -40,8 +27,8 @@ TEST(PlainPhotoScan, FillsAFileToTheEndOfTheRangeAndRepeatsTheLastSector) {
   EXPECT_EQ(outcome.events, expected);
   ASSERT_EQ(outcome.files.size(), 1U);
   EXPECT_EQ(outcome.files.at(path), joined({kHeader, kThird, zero_sector(), zero_sector()}));
-  EXPECT_EQ(outcome.folders, (std::set<std::string>{"/d/R", "/d/R/Photo Search", kPassFolder,
-                                                    kPassFolder + "/JPG"}));
+  EXPECT_EQ(outcome.folders, (std::set<std::string>{"/d/R", "/d/R/Photo Search", kPhotoFolder,
+                                                    kPhotoFolder + "/JPG"}));
   EXPECT_TRUE(outcome.general_result);
   EXPECT_EQ(outcome.thorough_result, std::nullopt);
   EXPECT_EQ(outcome.shown_item_count, 1U);
@@ -49,86 +36,87 @@ TEST(PlainPhotoScan, FillsAFileToTheEndOfTheRangeAndRepeatsTheLastSector) {
 
 TEST(PlainPhotoScan, GivesAHeaderSectorToBothItsNeighbours) {
   const Outcome outcome = run(photo_search({kHeader, kHeader, kOther}));
-  EXPECT_EQ(file_of(outcome, "JPG/GND00001.JPG"), joined({kHeader, kHeader}));
-  EXPECT_EQ(file_of(outcome, "JPG/GND00002.JPG"), joined({kHeader, kOther, kOther}));
+  EXPECT_EQ(photo_of(outcome, "JPG/GND00001.JPG"), joined({kHeader, kHeader}));
+  EXPECT_EQ(photo_of(outcome, "JPG/GND00002.JPG"), joined({kHeader, kOther, kOther}));
 }
 
 TEST(PlainPhotoScan, EndsAFileOfOneSectorInItsHeaderSector) {
   for (const char16_t* maximum : {u"512", u"1", u"0", u"", u"x"}) {
     const Outcome outcome = run(photo_search({kHeader, kOther, kHeader}, maximum));
-    EXPECT_EQ(file_of(outcome, "JPG/GND00001.JPG"), kHeader);
-    EXPECT_EQ(file_of(outcome, "JPG/GND00002.JPG"), kHeader);
+    EXPECT_EQ(photo_of(outcome, "JPG/GND00001.JPG"), kHeader);
+    EXPECT_EQ(photo_of(outcome, "JPG/GND00002.JPG"), kHeader);
   }
 }
 
 TEST(PlainPhotoScan, TakesANegativeMaximumForAHugeOne) {
   const Outcome outcome = run(photo_search({kHeader, kOther, kThird}, u"-1"));
-  EXPECT_EQ(file_of(outcome, "JPG/GND00001.JPG"), joined({kHeader, kOther, kThird, kThird}));
+  EXPECT_EQ(photo_of(outcome, "JPG/GND00001.JPG"), joined({kHeader, kOther, kThird, kThird}));
 }
 
 TEST(PlainPhotoScan, EndsAFileAtTheLimitOfTheLastRecordTried) {
   Search search = photo_search({kHeader, kOther, kOther, kOther, kOther}, u"1024");
   add_record(search.general, u"PNG", u"2048", u"CC", u"1", u"204");
   const Bytes four = joined({kHeader, kOther, kOther, kOther});
-  EXPECT_EQ(file_of(run(search), "JPG/GND00001.JPG"), four);
+  EXPECT_EQ(photo_of(run(search), "JPG/GND00001.JPG"), four);
 }
 
 TEST(PlainPhotoScan, KeepsTheLimitOfTheMatchedRecordWhileSectorsAreNotSearched) {
   Search search = photo_search({kHeader, zero_sector(), kOther, kOther}, u"1024");
   add_record(search.general, u"PNG", u"2048", u"CC", u"1", u"204");
-  EXPECT_EQ(file_of(run(search), "JPG/GND00001.JPG"), joined({kHeader, zero_sector()}));
+  EXPECT_EQ(photo_of(run(search), "JPG/GND00001.JPG"), joined({kHeader, zero_sector()}));
 }
 
 TEST(PlainPhotoScan, NeverSearchesASectorOfZeros) {
-  EXPECT_FALSE(is_found(zero_sector(), u"00", u"1", u"0"));
-  EXPECT_TRUE(is_found(sector_with({0, 0, 9}), u"00", u"1", u"0"));
+  EXPECT_FALSE(starts_photo(zero_sector(), u"00", u"1", u"0"));
+  EXPECT_TRUE(starts_photo(sector_with({0, 0, 9}), u"00", u"1", u"0"));
 }
 
 TEST(PlainPhotoScan, FindsANumericPositionBelow507Only) {
-  EXPECT_TRUE(is_found(sector_with({0xAA, 0xBB}, 0, 506), u"AABB", u"507", u"170"));
-  EXPECT_FALSE(is_found(sector_with({0xAA, 0xBB}, 0, 507), u"AABB", u"508", u"170"));
-  EXPECT_FALSE(is_found(sector_with({0xAA}, 0, 511), u"AA", u"512", u"170"));
-  EXPECT_TRUE(is_found(sector_with({1, 2, 3, 4, 5, 6}, 0, 506), u"010203040506", u"507", u"1"));
-  EXPECT_FALSE(is_found(sector_with({1, 0, 0, 0, 0, 0}, 0, 506), u"01000000000000", u"507", u"1"));
+  EXPECT_TRUE(starts_photo(sector_with({0xAA, 0xBB}, 0, 506), u"AABB", u"507", u"170"));
+  EXPECT_FALSE(starts_photo(sector_with({0xAA, 0xBB}, 0, 507), u"AABB", u"508", u"170"));
+  EXPECT_FALSE(starts_photo(sector_with({0xAA}, 0, 511), u"AA", u"512", u"170"));
+  EXPECT_TRUE(starts_photo(sector_with({1, 2, 3, 4, 5, 6}, 0, 506), u"010203040506", u"507", u"1"));
+  EXPECT_FALSE(
+      starts_photo(sector_with({1, 0, 0, 0, 0, 0}, 0, 506), u"01000000000000", u"507", u"1"));
 }
 
 TEST(PlainPhotoScan, ReadsPositionAndGateAsNumbers) {
-  EXPECT_TRUE(is_found(sector_with({0xAA}, 0, 4), u"AA", u" 5", u" +170x"));
-  EXPECT_TRUE(is_found(sector_with({0xAA}, 0, 2), u"AA", u"+3", u"170"));
-  EXPECT_TRUE(is_found(kHeader, u"AA", u"01", u"170"));
-  EXPECT_FALSE(is_found(kHeader, u"AA", u"0", u"170"));
-  EXPECT_FALSE(is_found(kHeader, u"AA", u"NN", u"170"));
-  EXPECT_FALSE(is_found(kHeader, u"AA", u"-2147483648", u"170"));
-  EXPECT_FALSE(is_found(kHeader, u"AA", u"2147483647", u"170"));
-  EXPECT_FALSE(is_found(kHeader, u"AA", u"1", u"426"));
-  EXPECT_FALSE(is_found(kHeader, u"AA", u"1", u"-86"));
-  EXPECT_TRUE(is_found(sector_with({0, 7}), u"0007", u"1", u""));
+  EXPECT_TRUE(starts_photo(sector_with({0xAA}, 0, 4), u"AA", u" 5", u" +170x"));
+  EXPECT_TRUE(starts_photo(sector_with({0xAA}, 0, 2), u"AA", u"+3", u"170"));
+  EXPECT_TRUE(starts_photo(kHeader, u"AA", u"01", u"170"));
+  EXPECT_FALSE(starts_photo(kHeader, u"AA", u"0", u"170"));
+  EXPECT_FALSE(starts_photo(kHeader, u"AA", u"NN", u"170"));
+  EXPECT_FALSE(starts_photo(kHeader, u"AA", u"-2147483648", u"170"));
+  EXPECT_FALSE(starts_photo(kHeader, u"AA", u"2147483647", u"170"));
+  EXPECT_FALSE(starts_photo(kHeader, u"AA", u"1", u"426"));
+  EXPECT_FALSE(starts_photo(kHeader, u"AA", u"1", u"-86"));
+  EXPECT_TRUE(starts_photo(sector_with({0, 7}), u"0007", u"1", u""));
 }
 
 TEST(PlainPhotoScan, ComparesPairsOfDigitsWhateverTheyAre) {
-  EXPECT_TRUE(is_found(kHeader, u"aaBbF", u"1", u"170"));  // the odd digit is left out
-  EXPECT_TRUE(is_found(sector_with({0x0F, 1}), u"ZFx1", u"1", u"15"));
-  EXPECT_FALSE(is_found(kHeader, u"AABB", u"1", u"187"));
+  EXPECT_TRUE(starts_photo(kHeader, u"aaBbF", u"1", u"170"));  // the odd digit is left out
+  EXPECT_TRUE(starts_photo(sector_with({0x0F, 1}), u"ZFx1", u"1", u"15"));
+  EXPECT_FALSE(starts_photo(kHeader, u"AABB", u"1", u"187"));
 }
 
 TEST(PlainPhotoScan, MatchesAnEmptyHeaderOnlyAnywhereAndBehindItsGate) {
-  EXPECT_TRUE(is_found(kHeader, u"", u"nn", u"170"));
-  EXPECT_TRUE(is_found(kHeader, u"A", u"nn", u"170"));
-  EXPECT_FALSE(is_found(kHeader, u"", u"nn", u"171"));
-  EXPECT_FALSE(is_found(kHeader, u"", u"1", u"170"));
-  EXPECT_FALSE(is_found(kHeader, u"", u"5", u"34"));
+  EXPECT_TRUE(starts_photo(kHeader, u"", u"nn", u"170"));
+  EXPECT_TRUE(starts_photo(kHeader, u"A", u"nn", u"170"));
+  EXPECT_FALSE(starts_photo(kHeader, u"", u"nn", u"171"));
+  EXPECT_FALSE(starts_photo(kHeader, u"", u"1", u"170"));
+  EXPECT_FALSE(starts_photo(kHeader, u"", u"5", u"34"));
 }
 
 TEST(PlainPhotoScan, SearchesAnywhereOnlyAlongARunOfGateBytes) {
-  EXPECT_TRUE(is_found(sector_with({0x41, 0x41, 0x41, 0x42}), u"4142", u"nn", u"65"));
-  EXPECT_FALSE(is_found(sector_with({0x41, 0x43, 0x41, 0x42}), u"4142", u"nn", u"65"));
-  EXPECT_FALSE(is_found(sector_with({0x41, 0x42}, 0x40, 100), u"4142", u"nn", u"65"));
+  EXPECT_TRUE(starts_photo(sector_with({0x41, 0x41, 0x41, 0x42}), u"4142", u"nn", u"65"));
+  EXPECT_FALSE(starts_photo(sector_with({0x41, 0x43, 0x41, 0x42}), u"4142", u"nn", u"65"));
+  EXPECT_FALSE(starts_photo(sector_with({0x41, 0x42}, 0x40, 100), u"4142", u"nn", u"65"));
   // A partial match of two bytes moves the next try two bytes on,
-  EXPECT_TRUE(is_found(sector_with({0x41, 0x42, 0x41, 0x42, 0x43}), u"414243", u"nn", u"65"));
+  EXPECT_TRUE(starts_photo(sector_with({0x41, 0x42, 0x41, 0x42, 0x43}), u"414243", u"nn", u"65"));
   // also when the header begins in between.
-  EXPECT_FALSE(is_found(sector_with({0x41, 0x41, 0x41, 0x42}), u"414142", u"nn", u"65"));
-  EXPECT_TRUE(is_found(sector_with({0x42}, 0x41, 511), u"4142", u"nn", u"65"));
-  EXPECT_FALSE(is_found(sector_with({}, 0x41), u"4142", u"nn", u"65"));
+  EXPECT_FALSE(starts_photo(sector_with({0x41, 0x41, 0x41, 0x42}), u"414142", u"nn", u"65"));
+  EXPECT_TRUE(starts_photo(sector_with({0x42}, 0x41, 511), u"4142", u"nn", u"65"));
+  EXPECT_FALSE(starts_photo(sector_with({}, 0x41), u"4142", u"nn", u"65"));
 }
 
 TEST(PlainPhotoScan, LetsTheFirstRecordThatMatchesWin) {
@@ -146,13 +134,13 @@ TEST(PlainPhotoScan, SearchesTheRangeOnly) {
   search.range_end = 3;
   const Outcome outcome = run(search);
   EXPECT_EQ(outcome.files.size(), 1U);
-  EXPECT_EQ(file_of(outcome, "JPG/GND00001.JPG"), joined({kHeader, kOther, kOther}));
+  EXPECT_EQ(photo_of(outcome, "JPG/GND00001.JPG"), joined({kHeader, kOther, kOther}));
 }
 
 TEST(PlainPhotoScan, StaysOneSectorBehindAfterAReadFailure) {
   Search search = photo_search({kHeader, kOther, kHeader, kThird, kOther});
   search.device.unreadable = {2};
-  EXPECT_EQ(file_of(run(search), "JPG/GND00001.JPG"),
+  EXPECT_EQ(photo_of(run(search), "JPG/GND00001.JPG"),
             joined({kHeader, kOther, kOther, kOther, kThird, kThird}));
 }
 
@@ -161,9 +149,9 @@ TEST(PlainPhotoScan, SearchesTheOldBufferAgainAfterAReadFailure) {
   search.device.unreadable = {1};
   const Outcome outcome = run(search);
   ASSERT_EQ(outcome.files.size(), 3U);
-  EXPECT_EQ(file_of(outcome, "JPG/GND00001.JPG"), joined({kHeader, kHeader}));
-  EXPECT_EQ(file_of(outcome, "JPG/GND00002.JPG"), joined({kHeader, kHeader}));
-  EXPECT_EQ(file_of(outcome, "JPG/GND00003.JPG"), joined({kHeader, kOther, kOther}));
+  EXPECT_EQ(photo_of(outcome, "JPG/GND00001.JPG"), joined({kHeader, kHeader}));
+  EXPECT_EQ(photo_of(outcome, "JPG/GND00002.JPG"), joined({kHeader, kHeader}));
+  EXPECT_EQ(photo_of(outcome, "JPG/GND00003.JPG"), joined({kHeader, kOther, kOther}));
 }
 
 TEST(PlainPhotoScan, StopsSearchingTheBufferOnceThePositionIsRefused) {
@@ -172,8 +160,8 @@ TEST(PlainPhotoScan, StopsSearchingTheBufferOnceThePositionIsRefused) {
   search.device.seek_past_end_fails = true;
   const Outcome outcome = run(search);
   EXPECT_EQ(outcome.files.size(), 2U);
-  EXPECT_EQ(file_of(outcome, "JPG/GND00001.JPG"), joined({kHeader, kHeader}));
-  EXPECT_EQ(file_of(outcome, "JPG/GND00002.JPG"), joined({kHeader, kHeader, kHeader, kHeader}));
+  EXPECT_EQ(photo_of(outcome, "JPG/GND00001.JPG"), joined({kHeader, kHeader}));
+  EXPECT_EQ(photo_of(outcome, "JPG/GND00002.JPG"), joined({kHeader, kHeader, kHeader, kHeader}));
   search.device.seek_past_end_fails = false;
   EXPECT_EQ(run(search).files.size(), 4U);
 }
@@ -183,7 +171,7 @@ TEST(PlainPhotoScan, MixesAnIncompleteLastSectorWithTheOldBuffer) {
   search.device.bytes.resize(612);
   Bytes mixed = kHeader;
   std::fill_n(mixed.begin(), 100, 0x33);
-  EXPECT_EQ(file_of(run(search), "JPG/GND00001.JPG"), joined({kHeader, mixed, mixed}));
+  EXPECT_EQ(photo_of(run(search), "JPG/GND00001.JPG"), joined({kHeader, mixed, mixed}));
 }
 
 TEST(PlainPhotoScan, BeginsAtTheFirstSectorWhenTheStartIsRefused) {
@@ -192,7 +180,7 @@ TEST(PlainPhotoScan, BeginsAtTheFirstSectorWhenTheStartIsRefused) {
   search.range_start = 5;
   search.range_end = 7;
   search.device.seek_past_end_fails = true;
-  EXPECT_EQ(file_of(run(search), "JPG/GND00001.JPG"), joined({kHeader, kOther, kOther}));
+  EXPECT_EQ(photo_of(run(search), "JPG/GND00001.JPG"), joined({kHeader, kOther, kOther}));
   search.device.seek_past_end_fails = false;
   EXPECT_TRUE(run(search).files.empty());
 }
@@ -205,7 +193,7 @@ TEST(PlainPhotoScan, RepeatsTheBufferOfADriveThatIsGone) {
   search.thorough_table = search.general;
   const Outcome outcome = run(search);
   EXPECT_EQ(outcome.files.size(), 1U);
-  EXPECT_EQ(file_of(outcome, "JPG/GND00001.JPG"),
+  EXPECT_EQ(photo_of(outcome, "JPG/GND00001.JPG"),
             joined({kHeader, kHeader, kHeader, kHeader, kHeader}));
   EXPECT_EQ(outcome.thorough_result, true);
 }
@@ -219,7 +207,7 @@ TEST(PlainPhotoScan, EndsByAMessageWhenARecordIsIncomplete) {
   EXPECT_EQ(kinds_of(outcome),
             (std::vector<EventKind>{EventKind::kModeLabel, EventKind::kExceptionMessage,
                                     EventKind::kFinalScreen}));
-  EXPECT_EQ(file_of(outcome, "JPG/GND00001.JPG"), kHeader);
+  EXPECT_EQ(photo_of(outcome, "JPG/GND00001.JPG"), kHeader);
 }
 
 TEST(PlainPhotoScan, FinishesAFileLeftOpenByAnExceptionInTheNextPass) {
@@ -227,14 +215,14 @@ TEST(PlainPhotoScan, FinishesAFileLeftOpenByAnExceptionInTheNextPass) {
   search.general.push_back(u"PNG");
   search.thorough = true;
   const Outcome outcome = run(search);
-  EXPECT_EQ(file_of(outcome, "JPG/GND00001.JPG"), joined({kHeader, zero_sector()}));
+  EXPECT_EQ(photo_of(outcome, "JPG/GND00001.JPG"), joined({kHeader, zero_sector()}));
   const std::vector<Event> reports = events_of(outcome, EventKind::kReport);
   EXPECT_EQ(reports, std::vector<Event>{{.kind = EventKind::kReport}});
   EXPECT_EQ(outcome.shown_item_count, 0U);
 
   search.thorough_table = photo_search({}).general;
   const Outcome found = run(search);
-  EXPECT_EQ(file_of(found, "JPG/GND00001.JPG"), kHeader);
+  EXPECT_EQ(photo_of(found, "JPG/GND00001.JPG"), kHeader);
   EXPECT_EQ(reported_names(found), std::vector<std::string>{"THD00001.JPG"});
 }
 
@@ -242,8 +230,8 @@ TEST(PlainPhotoScan, PutsFile50001IntoTheNextFolder) {
   Search search = photo_search(std::vector<Bytes>(50001, kHeader), u"512");
   const Outcome outcome = run(search);
   EXPECT_EQ(outcome.files.size(), 50001U);
-  EXPECT_EQ(file_of(outcome, "JPG/GND50000.JPG"), kHeader);
-  EXPECT_EQ(file_of(outcome, "JPG_001/GND50001.JPG"), kHeader);
+  EXPECT_EQ(photo_of(outcome, "JPG/GND50000.JPG"), kHeader);
+  EXPECT_EQ(photo_of(outcome, "JPG_001/GND50001.JPG"), kHeader);
   EXPECT_EQ(events_of(outcome, EventKind::kClearing).size(), 25U);
 }
 

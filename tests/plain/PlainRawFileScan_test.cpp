@@ -7,14 +7,14 @@ namespace {
 
 using Names = std::vector<std::string>;
 
-const std::string kPassFolder = "/d/R/Video Search/General Recovery Results";
-const Bytes kHeader = sector_with({0xAA, 0xBB}, 0x22);
-const Bytes kOther = sector_with({}, 0x33);
-const Bytes kThird = sector_with({}, 0x44);
+const std::string kVideoFolder = "/d/R/Video Search/General Recovery Results";
 
-Bytes file_of(const Outcome& outcome, const std::string& path) {
-  const auto found = outcome.files.find(kPassFolder + "/" + path);
-  return found == outcome.files.end() ? Bytes() : found->second;
+Bytes video_of(const Outcome& outcome, const std::string& path) {
+  return file_of(outcome, kVideoFolder + "/" + path);
+}
+
+bool starts_video(const Bytes& sector, const Text& header, const Text& offset, const Text& gate) {
+  return starts_file(1, sector, header, offset, gate);
 }
 
 Search video_search(const std::vector<Bytes>& sectors, const Text& maximum = u"100000") {
@@ -24,18 +24,12 @@ Search video_search(const std::vector<Bytes>& sectors, const Text& maximum = u"1
   return search;
 }
 
-bool is_found(const Bytes& sector, const Text& header, const Text& offset, const Text& gate) {
-  Search search = search_of(1, {sector});
-  add_record(search.general, u"A", u"512", header, offset, gate);
-  return !run(search).files.empty();
-}
-
 TEST(PlainRawFileScan, EndsAFileAtTheNextHeaderOrAtTheEndOfTheRange) {
   const Outcome outcome = run(video_search({kHeader, kOther, zero_sector(), kHeader, kThird}));
-  EXPECT_EQ(file_of(outcome, "MOV/MOV00001.MOV"),
+  EXPECT_EQ(video_of(outcome, "MOV/MOV00001.MOV"),
             joined({kHeader, kOther, zero_sector(), kHeader}));
-  EXPECT_EQ(file_of(outcome, "MOV/MOV00002.MOV"), joined({kHeader, kThird, kThird}));
-  const std::string path = kPassFolder + "/MOV/MOV00002.MOV";
+  EXPECT_EQ(video_of(outcome, "MOV/MOV00002.MOV"), joined({kHeader, kThird, kThird}));
+  const std::string path = kVideoFolder + "/MOV/MOV00002.MOV";
   EXPECT_EQ(outcome.rows, (std::vector<Row>{{"MOV", "2", "MOV00002.MOV", path, "MOV"}}));
   EXPECT_EQ(outcome.events.at(2), (Event{.kind = EventKind::kReport,
                                          .path = path,
@@ -58,36 +52,36 @@ TEST(PlainRawFileScan, NamesItsFolderAfterTheMode) {
 TEST(PlainRawFileScan, EndsAFileAtItsOwnMaximum) {
   Search search = video_search({kHeader, kOther, kOther, kOther}, u"1024");
   add_record(search.general, u"MP4", u"99999", u"CC", u"1", u"204");
-  EXPECT_EQ(file_of(run(search), "MOV/MOV00001.MOV"), joined({kHeader, kOther}));
+  EXPECT_EQ(video_of(run(search), "MOV/MOV00001.MOV"), joined({kHeader, kOther}));
   search = video_search({kHeader, kOther, kOther, kOther}, u"1025");
-  EXPECT_EQ(file_of(run(search), "MOV/MOV00001.MOV"), joined({kHeader, kOther, kOther}));
+  EXPECT_EQ(video_of(run(search), "MOV/MOV00001.MOV"), joined({kHeader, kOther, kOther}));
 }
 
 TEST(PlainRawFileScan, WritesTheHeaderSectorTwiceWhenItReachesTheMaximum) {
   for (const char16_t* maximum : {u"512", u"1", u"0", u""}) {
     const Outcome outcome = run(video_search({kHeader, kOther}, maximum));
-    EXPECT_EQ(file_of(outcome, "MOV/MOV00001.MOV"), joined({kHeader, kHeader}));
+    EXPECT_EQ(video_of(outcome, "MOV/MOV00001.MOV"), joined({kHeader, kHeader}));
   }
 }
 
 TEST(PlainRawFileScan, TakesANegativeMaximumForAHugeOne) {
   const Outcome outcome = run(video_search({kHeader, kOther}, u"-512"));
-  EXPECT_EQ(file_of(outcome, "MOV/MOV00001.MOV"), joined({kHeader, kOther, kOther}));
+  EXPECT_EQ(video_of(outcome, "MOV/MOV00001.MOV"), joined({kHeader, kOther, kOther}));
 }
 
 TEST(PlainRawFileScan, FindsHeadersByTheirRule) {
-  EXPECT_TRUE(is_found(sector_with({0xAA}, 0, 506), u"AA", u"507", u"170"));
-  EXPECT_FALSE(is_found(sector_with({0xAA}, 0, 507), u"AA", u"508", u"170"));
-  EXPECT_FALSE(is_found(sector_with({1, 0, 0}, 0, 506), u"01000000000000", u"507", u"1"));
-  EXPECT_FALSE(is_found(kHeader, u"AA", u"0", u"170"));
-  EXPECT_FALSE(is_found(kHeader, u"", u"nn", u"170"));
-  EXPECT_FALSE(is_found(sector_with({}, 0xAA), u"A", u"nn", u"170"));
-  EXPECT_FALSE(is_found(zero_sector(), u"00", u"1", u"0"));
-  EXPECT_FALSE(is_found(sector_with({0x41, 0x42}, 0x40, 100), u"4142", u"nn", u"65"));
-  EXPECT_TRUE(is_found(sector_with({0x41, 0x42, 0x41, 0x42, 0x43}), u"414243", u"nn", u"65"));
-  EXPECT_FALSE(is_found(sector_with({0x41, 0x41, 0x41, 0x42}), u"414142", u"nn", u"65"));
-  EXPECT_TRUE(is_found(sector_with({0x42}, 0x41, 511), u"4142", u"nn", u"65"));
-  EXPECT_FALSE(is_found(sector_with({}, 0x41), u"4142", u"nn", u"65"));
+  EXPECT_TRUE(starts_video(sector_with({0xAA}, 0, 506), u"AA", u"507", u"170"));
+  EXPECT_FALSE(starts_video(sector_with({0xAA}, 0, 507), u"AA", u"508", u"170"));
+  EXPECT_FALSE(starts_video(sector_with({1, 0, 0}, 0, 506), u"01000000000000", u"507", u"1"));
+  EXPECT_FALSE(starts_video(kHeader, u"AA", u"0", u"170"));
+  EXPECT_FALSE(starts_video(kHeader, u"", u"nn", u"170"));
+  EXPECT_FALSE(starts_video(sector_with({}, 0xAA), u"A", u"nn", u"170"));
+  EXPECT_FALSE(starts_video(zero_sector(), u"00", u"1", u"0"));
+  EXPECT_FALSE(starts_video(sector_with({0x41, 0x42}, 0x40, 100), u"4142", u"nn", u"65"));
+  EXPECT_TRUE(starts_video(sector_with({0x41, 0x42, 0x41, 0x42, 0x43}), u"414243", u"nn", u"65"));
+  EXPECT_FALSE(starts_video(sector_with({0x41, 0x41, 0x41, 0x42}), u"414142", u"nn", u"65"));
+  EXPECT_TRUE(starts_video(sector_with({0x42}, 0x41, 511), u"4142", u"nn", u"65"));
+  EXPECT_FALSE(starts_video(sector_with({}, 0x41), u"4142", u"nn", u"65"));
 }
 
 TEST(PlainRawFileScan, OpensAFileForEveryTypeOfTheHeader) {
@@ -102,7 +96,7 @@ TEST(PlainRawFileScan, OpensAFileForEveryTypeOfTheHeader) {
   const Outcome outcome = run(search);
   EXPECT_EQ(reported_names(outcome), (Names{"B00001.B", "C00002.C", "D00003.D"}));
   for (const std::string path : {"B/B00001.B", "C/C00002.C", "D/D00003.D"}) {
-    EXPECT_EQ(file_of(outcome, path), joined({kHeader, kOther, kOther})) << path;
+    EXPECT_EQ(video_of(outcome, path), joined({kHeader, kOther, kOther})) << path;
   }
 }
 
@@ -112,8 +106,8 @@ TEST(PlainRawFileScan, KeepsTheOthersOpenWhenOneReachesItsMaximum) {
   add_record(search.general, u"M4V", u"1024", u"AABB", u"1", u"170");
   const Outcome outcome = run(search);
   EXPECT_EQ(reported_names(outcome), (Names{"MOV00001.MOV", "M4V00003.M4V", "MP400002.MP4"}));
-  EXPECT_EQ(file_of(outcome, "M4V/M4V00003.M4V"), joined({kHeader, kOther}));
-  EXPECT_EQ(file_of(outcome, "MP4/MP400002.MP4"), joined({kHeader, kOther, kThird, kThird}));
+  EXPECT_EQ(video_of(outcome, "M4V/M4V00003.M4V"), joined({kHeader, kOther}));
+  EXPECT_EQ(video_of(outcome, "MP4/MP400002.MP4"), joined({kHeader, kOther, kThird, kThird}));
 }
 
 TEST(PlainRawFileScan, SharesOnePathBetweenTwoRecordsOfOneType) {
@@ -121,7 +115,7 @@ TEST(PlainRawFileScan, SharesOnePathBetweenTwoRecordsOfOneType) {
   add_record(search.general, u"MOV", u"2048", u"AABB", u"1", u"170");
   const Outcome outcome = run(search);
   EXPECT_EQ(reported_names(outcome), (Names{"MOV00001.MOV", "MOV00001.MOV"}));
-  EXPECT_EQ(file_of(outcome, "MOV/MOV00001.MOV"), joined({kHeader, kOther, kThird, kOther}));
+  EXPECT_EQ(video_of(outcome, "MOV/MOV00001.MOV"), joined({kHeader, kOther, kThird, kOther}));
   EXPECT_EQ(outcome.rows.at(0).NoOfFile, "2");
   search.row_types.clear();
   EXPECT_EQ(reported_names(run(search)), (Names{"MOV00001.MOV", "MOV00002.MOV"}));
@@ -137,10 +131,10 @@ TEST(PlainRawFileScan, LeavesOutTypesBeyondThirtySlotsButMakesTheirFolders) {
   }
   const Outcome outcome = run(search);
   EXPECT_EQ(outcome.files.size(), 60U);
-  EXPECT_EQ(file_of(outcome, "d/d00030.d"), joined({kHeader, kHeader}));
-  EXPECT_EQ(file_of(outcome, "A/A00031.A"), joined({kHeader, kHeader}));
-  EXPECT_TRUE(outcome.folders.contains(kPassFolder + "/e"));
-  EXPECT_TRUE(outcome.folders.contains(kPassFolder + "/f"));
+  EXPECT_EQ(video_of(outcome, "d/d00030.d"), joined({kHeader, kHeader}));
+  EXPECT_EQ(video_of(outcome, "A/A00031.A"), joined({kHeader, kHeader}));
+  EXPECT_TRUE(outcome.folders.contains(kVideoFolder + "/e"));
+  EXPECT_TRUE(outcome.folders.contains(kVideoFolder + "/f"));
 }
 
 TEST(PlainRawFileScan, GivesATypeWithAFullStopTheSameNameAgain) {
@@ -149,7 +143,7 @@ TEST(PlainRawFileScan, GivesATypeWithAFullStopTheSameNameAgain) {
   search.row_types = {u"TAR.GZ"};
   const Outcome outcome = run(search);
   EXPECT_EQ(reported_names(outcome), (Names{"TAR.GZ00001.TAR.GZ", "TAR.GZ00001.TAR.GZ"}));
-  EXPECT_EQ(file_of(outcome, "TAR.GZ/TAR.GZ00001.TAR.GZ"), joined({kHeader, kThird, kThird}));
+  EXPECT_EQ(video_of(outcome, "TAR.GZ/TAR.GZ00001.TAR.GZ"), joined({kHeader, kThird, kThird}));
   EXPECT_EQ(outcome.rows.at(0).NoOfFile, "0");
 }
 
@@ -166,7 +160,7 @@ TEST(PlainRawFileScan, OverwritesAFileWhoseReportFoundTheWindowFull) {
                                     EventKind::kFinalScreen}));
   EXPECT_EQ(reported_names(outcome),
             (Names{"MOV00001.MOV", "MP400001.MP4", "MOV00002.MOV", "MP400001.MP4"}));
-  EXPECT_EQ(file_of(outcome, "MP4/MP400001.MP4"), joined({kHeader, kHeader}));
+  EXPECT_EQ(video_of(outcome, "MP4/MP400001.MP4"), joined({kHeader, kHeader}));
   EXPECT_EQ(outcome.events.at(3).text,
             "To maintain the speed of recovery, file window is cleared after every 2000 files.");
   EXPECT_EQ(outcome.shown_item_count, 2U);
@@ -180,7 +174,7 @@ TEST(PlainRawFileScan, ReportsOpenFilesOnAStopWithoutWritingThem) {
   const Outcome outcome = run(search);
   EXPECT_FALSE(outcome.general_result);
   EXPECT_EQ(reported_names(outcome), (Names{"MOV00001.MOV", "MP400002.MP4"}));
-  EXPECT_EQ(file_of(outcome, "MP4/MP400002.MP4"), joined({kHeader, kOther}));
+  EXPECT_EQ(video_of(outcome, "MP4/MP400002.MP4"), joined({kHeader, kOther}));
 }
 
 TEST(PlainRawFileScan, NumbersAgainFromOneInTheThoroughPassWithoutARow) {
@@ -200,7 +194,7 @@ TEST(PlainRawFileScan, TakesTheBufferForFillerOnceThePositionIsRefused) {
   search.device.seek_past_end_fails = true;
   const Outcome outcome = run(search);
   EXPECT_EQ(outcome.files.size(), 2U);
-  EXPECT_EQ(file_of(outcome, "MOV/MOV00002.MOV"), joined({kHeader, kHeader, kHeader, kHeader}));
+  EXPECT_EQ(video_of(outcome, "MOV/MOV00002.MOV"), joined({kHeader, kHeader, kHeader, kHeader}));
 }
 
 TEST(PlainRawFileScan, LeavesFilesAsTheyAreWhenARecordIsIncomplete) {
@@ -209,7 +203,7 @@ TEST(PlainRawFileScan, LeavesFilesAsTheyAreWhenARecordIsIncomplete) {
   search.thorough = true;
   const Outcome outcome = run(search);
   EXPECT_TRUE(outcome.general_result);
-  EXPECT_EQ(file_of(outcome, "MOV/MOV00001.MOV"), kHeader);
+  EXPECT_EQ(video_of(outcome, "MOV/MOV00001.MOV"), kHeader);
   // The entry of the file outlives the pass, its stream does not.
   EXPECT_EQ(kinds_of(outcome),
             (std::vector<EventKind>{EventKind::kModeLabel, EventKind::kModeLabel,
@@ -223,17 +217,17 @@ TEST(PlainRawFileScan, ReadsAnEntryOnlyWhenItNeedsIt) {
   for (const char16_t* entry : {u"MP4", u"99", u"CC"}) {
     search.general.push_back(entry);
   }
-  EXPECT_EQ(file_of(run(search), "MOV/MOV00001.MOV"), joined({kHeader, zero_sector()}));
+  EXPECT_EQ(video_of(run(search), "MOV/MOV00001.MOV"), joined({kHeader, zero_sector()}));
   search.general.back() = u"BB";  // a part of the header, so its rule is not asked for
   const Outcome outcome = run(search);
-  EXPECT_EQ(file_of(outcome, "MP4/MP400002.MP4"), joined({kHeader, kHeader}));
+  EXPECT_EQ(video_of(outcome, "MP4/MP400002.MP4"), joined({kHeader, kHeader}));
   EXPECT_EQ(reported_names(outcome), Names{"MP400002.MP4"});
 }
 
 TEST(PlainRawFileScan, PutsFile50001IntoTheNextFolder) {
   const Outcome outcome = run(video_search(std::vector<Bytes>(50001, kHeader)));
   EXPECT_EQ(outcome.files.size(), 50001U);
-  EXPECT_EQ(file_of(outcome, "MOV_001/MOV50001.MOV"), joined({kHeader, kHeader}));
+  EXPECT_EQ(video_of(outcome, "MOV_001/MOV50001.MOV"), joined({kHeader, kHeader}));
   EXPECT_EQ(outcome.rows.at(0).NoOfFile, "50001");
 }
 

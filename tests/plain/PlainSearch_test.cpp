@@ -14,14 +14,6 @@ namespace {
 const std::string kRoot = "/d/R/Photo Search";
 const std::string kGeneral = kRoot + "/General Recovery Results";
 const std::string kThorough = kRoot + "/Omitted (recovered by Thorough Scan)";
-const Bytes kHeader = sector_with({0xAA, 0xBB}, 0x22);
-const Bytes kOther = sector_with({}, 0x33);
-
-Search photo_search(const std::vector<Bytes>& sectors, const Text& maximum = u"100000") {
-  Search search = search_of(0, sectors);
-  add_record(search.general, u"JPG", maximum, u"AABB", u"1", u"170");
-  return search;
-}
 
 using Kinds = std::vector<EventKind>;
 constexpr EventKind kLabel = EventKind::kModeLabel;

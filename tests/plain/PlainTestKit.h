@@ -25,6 +25,11 @@ inline Bytes zero_sector() {
   return Bytes(512, 0);
 }
 
+// What begins a file for the records of these tests, and what does not.
+inline const Bytes kHeader = sector_with({0xAA, 0xBB}, 0x22);
+inline const Bytes kOther = sector_with({}, 0x33);
+inline const Bytes kThird = sector_with({}, 0x44);
+
 inline Bytes joined(const std::vector<Bytes>& pieces) {
   Bytes all;
   for (const Bytes& piece : pieces) {
@@ -50,6 +55,27 @@ inline Search search_of(int mode, const std::vector<Bytes>& sectors) {
   search.device.bytes = joined(sectors);
   search.sectors_val = sectors.size();
   return search;
+}
+
+// A search for photos that begin as kHeader does.
+inline Search photo_search(const std::vector<Bytes>& sectors, const Text& maximum = u"100000") {
+  Search search = search_of(0, sectors);
+  add_record(search.general, u"JPG", maximum, u"AABB", u"1", u"170");
+  return search;
+}
+
+// Whether a search of `mode` takes `sector` for the beginning of a file by one record.
+inline bool starts_file(int mode, const Bytes& sector, const Text& header, const Text& offset,
+                        const Text& gate) {
+  Search search = search_of(mode, {sector});
+  add_record(search.general, u"A", u"512", header, offset, gate);
+  return !run(search).files.empty();
+}
+
+// The content of a file; nothing when there is no such file.
+inline Bytes file_of(const Outcome& outcome, const std::string& path) {
+  const auto found = outcome.files.find(path);
+  return found == outcome.files.end() ? Bytes() : found->second;
 }
 
 inline std::vector<Event> events_of(const Outcome& outcome, EventKind kind) {

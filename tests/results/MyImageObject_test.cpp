@@ -8,7 +8,7 @@
 namespace norvo::test {
 namespace {
 
-std::span<const std::byte> bytes_of(const std::string& text) {
+std::span<const std::byte> span_of(const std::string& text) {
   return std::as_bytes(std::span(text));
 }
 
@@ -25,11 +25,11 @@ TEST(MyImageObject, OfAPathHasPathNameAndIdentifierOnly) {
 
 TEST(MyImageObject, OfDataOwnsACopyOfTheBytes) {
   std::string bytes = "picture";
-  const auto item = MyImageObject::initWithImage_data(bytes_of(bytes), u"a.jpg", u"uid");
+  const auto item = MyImageObject::initWithImage_data(span_of(bytes), u"a.jpg", u"uid");
   bytes = "changed";
   ASSERT_NE(item.imageData, nullptr);
   const std::string kept = "picture";
-  EXPECT_TRUE(std::ranges::equal(*item.imageData, bytes_of(kept)));
+  EXPECT_TRUE(std::ranges::equal(*item.imageData, span_of(kept)));
   EXPECT_EQ(item.image_Name, u"a.jpg");
   EXPECT_EQ(item.image_UID, u"uid");
   EXPECT_TRUE(item.path.empty());

@@ -10,7 +10,6 @@ namespace shipped {
 
 namespace {
 
-constexpr std::size_t kSectorSize = 512;
 constexpr std::size_t kFirstForbiddenByte = 507;
 
 std::string trimmed(const std::string& text) {

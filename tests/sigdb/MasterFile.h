@@ -29,7 +29,8 @@ struct Record {
   std::size_t first_byte = 0;  ///< place of the header in the sector, from 0
 };
 
-using Sector = std::vector<std::uint8_t>;  ///< always 512 bytes
+inline constexpr std::size_t kSectorSize = 512;
+using Sector = std::vector<std::uint8_t>;  ///< always kSectorSize bytes
 
 /// The six keys of a record in their order.
 const std::vector<std::string>& record_keys();

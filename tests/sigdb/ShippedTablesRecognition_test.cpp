@@ -40,7 +40,7 @@ std::string type_of(const std::vector<Record>& table, std::string_view bytes) {
   return at == table.size() ? "none" : table[at].extension;
 }
 
-std::string place(const Record& record) {
+std::string type_and_line(const Record& record) {
   return record.extension + " in line " + std::to_string(record.line);
 }
 
@@ -80,7 +80,8 @@ TEST_P(EveryTable, HasASampleOfEveryType) {
     const Types types = files_of(GetParam(), table, sample);
     seen.insert(types.begin(), types.end());
   }
-  for (const Record& record : table) EXPECT_TRUE(seen.contains(record.extension)) << place(record);
+  for (const Record& record : table)
+    EXPECT_TRUE(seen.contains(record.extension)) << type_and_line(record);
 }
 
 TEST_P(EveryTable, StartsOneFileOfATypeAtMost) {

@@ -30,7 +30,6 @@ const std::set<std::string> kSharedHeaders = {
 
 constexpr unsigned long long kMebibyte = 1ULL << 20;
 constexpr unsigned long long kGibibyte = 1ULL << 30;
-constexpr unsigned long long kSectorSize = 512;
 
 std::string place(const Record& record) {
   return record.kind + " line " + std::to_string(record.line) + " (" + record.extension + " " +

@@ -9,7 +9,7 @@
 namespace norvo {
 namespace {
 
-SignatureTable table_of(TextView text) {
+SignatureTable loaded(TextView text) {
   SignatureTable table;
   SignatureLoader().append_records(text, table);
   return table;
@@ -17,7 +17,7 @@ SignatureTable table_of(TextView text) {
 
 // The value that a field line with `value` after its colon is stored as.
 Text stored(const Text& value) {
-  const SignatureTable table = table_of(u"key :" + value);
+  const SignatureTable table = loaded(u"key :" + value);
   EXPECT_EQ(table.size(), 1U);
   return table.empty() ? Text() : table.front();
 }
@@ -25,7 +25,7 @@ Text stored(const Text& value) {
 // Entry 6 of a record whose third line is `header_line`.
 Text gate_of(const Text& header_line) {
   const SignatureTable table =
-      table_of(u"Ext : .jpg\nSize : 1\n" + header_line + u"\nPos : 1\nKind :\nInfo : x\n");
+      loaded(u"Ext : .jpg\nSize : 1\n" + header_line + u"\nPos : 1\nKind :\nInfo : x\n");
   EXPECT_EQ(table.size(), 7U);
   return table.empty() ? Text() : table.back();
 }
@@ -37,7 +37,7 @@ const SignatureTable jpeg_table{u"JPG", u"5000000",    u"FFD8FFE0", u"nn",
                                 u"any", u"JPEG image", u"255"};
 
 TEST(SignatureLoader, MakesSevenEntriesOfSixFieldLines) {
-  EXPECT_EQ(table_of(jpeg_record), jpeg_table);
+  EXPECT_EQ(loaded(jpeg_record), jpeg_table);
 }
 
 TEST(SignatureLoader, AppendsToWhatTheTableHolds) {
@@ -49,33 +49,33 @@ TEST(SignatureLoader, AppendsToWhatTheTableHolds) {
 }
 
 TEST(SignatureLoader, MakesNothingOfAnEmptyText) {
-  EXPECT_EQ(table_of(u""), SignatureTable{});
+  EXPECT_EQ(loaded(u""), SignatureTable{});
 }
 
 TEST(SignatureLoader, TakesALastLineWithoutALineFeed) {
-  EXPECT_EQ(table_of(jpeg_record.substr(0, jpeg_record.size() - 1)), jpeg_table);
+  EXPECT_EQ(loaded(jpeg_record.substr(0, jpeg_record.size() - 1)), jpeg_table);
 }
 
 TEST(SignatureLoader, IgnoresLinesWithoutAColon) {
   Text text(jpeg_record);
   text = u"# Pictures\n\n   \n" + Replace_char_in_string(text, u"\n", u"\nno field, no colon\n\n");
-  EXPECT_EQ(table_of(text), jpeg_table);
+  EXPECT_EQ(loaded(text), jpeg_table);
 }
 
 TEST(SignatureLoader, TakesALineWithAColonForAFieldAndShiftsWhatFollows) {
-  const SignatureTable table = table_of(u"Note: first\n" + Text(jpeg_record));
+  const SignatureTable table = loaded(u"Note: first\n" + Text(jpeg_record));
   const SignatureTable shifted{u"first", u"JPG", u"5000000", u"FFD8FFE0",
                                u"nn",    u"any", u"255",     u"JPEG image"};
   EXPECT_EQ(table, shifted);
 }
 
 TEST(SignatureLoader, LoadsCarriageReturnsBeforeLineFeedsTheSame) {
-  EXPECT_EQ(table_of(Replace_char_in_string(jpeg_record, u"\n", u"\r\n")), jpeg_table);
+  EXPECT_EQ(loaded(Replace_char_in_string(jpeg_record, u"\n", u"\r\n")), jpeg_table);
 }
 
 TEST(SignatureLoader, SeparatesLinesAtLineFeedsOnly) {
   for (const TextView other : {u"\r", u"\v", u"\f", u"\u0085", u"\u2028", u"\u2029"}) {
-    const SignatureTable table = table_of(u"a : 1" + Text(other) + u"b : 2\nc : 3");
+    const SignatureTable table = loaded(u"a : 1" + Text(other) + u"b : 2\nc : 3");
     const SignatureTable expected{u"1" + Text(other) + u"b : 2", u"3"};
     EXPECT_EQ(table, expected);
   }
@@ -85,7 +85,7 @@ TEST(SignatureLoader, TakesTheValueFromTheFirstColonOn) {
   EXPECT_EQ(stored(u" 10:20:30 "), u"10:20:30");
   EXPECT_EQ(stored(u":"), u":");
   EXPECT_EQ(stored(u""), u"");
-  EXPECT_EQ(table_of(u":x"), SignatureTable{u"x"});
+  EXPECT_EQ(loaded(u":x"), SignatureTable{u"x"});
 }
 
 TEST(SignatureLoader, TrimsTheValueAtBothEnds) {
@@ -111,7 +111,7 @@ TEST(SignatureLoader, KeepsAValueWithoutAFullStopInItsOwnCase) {
 
 TEST(SignatureLoader, TransformsEveryFieldAlike) {
   const SignatureTable table =
-      table_of(u"1 : a.b\n2 : 1.5\nHeader : FF.d8\n4 : n.n\n5 : c.d\n6 : v2.x\n");
+      loaded(u"1 : a.b\n2 : 1.5\nHeader : FF.d8\n4 : n.n\n5 : c.d\n6 : v2.x\n");
   const SignatureTable expected{u"B", u"5", u"D8", u"N", u"D", u"X", u"255"};
   EXPECT_EQ(table, expected);
 }
@@ -144,27 +144,26 @@ TEST(SignatureLoader, KnowsTheHeaderLineByItsExactBeginning) {
                               u"Header\u00A0: FF", u"\uFEFFHeader : FF"}) {
     EXPECT_EQ(gate_of(Text(line)), u"") << utf8_from_text(line);
   }
-  const SignatureTable table = table_of(u"Header: FF");
+  const SignatureTable table = loaded(u"Header: FF");
   EXPECT_EQ(table, SignatureTable{u"FF"});
 }
 
 TEST(SignatureLoader, AByteOrderMarkBelongsToTheFirstKey) {
-  EXPECT_EQ(table_of(u"\uFEFF" + Text(jpeg_record)), jpeg_table);
-  EXPECT_EQ(table_of(u"\uFEFFHeader : FF\nb :\nc :\nd :\ne :\nf :\n").back(), u"");
+  EXPECT_EQ(loaded(u"\uFEFF" + Text(jpeg_record)), jpeg_table);
+  EXPECT_EQ(loaded(u"\uFEFFHeader : FF\nb :\nc :\nd :\ne :\nf :\n").back(), u"");
 }
 
 TEST(SignatureLoader, TakesTheHeaderLineAtAnyPlaceOfTheRecord) {
-  EXPECT_EQ(table_of(u"Header : 11\nb :\nc :\nd :\ne :\nf :\n").back(), u"17");
-  EXPECT_EQ(table_of(u"a :\nb :\nc :\nd :\ne :\nHeader : 11\n").back(), u"17");
+  EXPECT_EQ(loaded(u"Header : 11\nb :\nc :\nd :\ne :\nf :\n").back(), u"17");
+  EXPECT_EQ(loaded(u"a :\nb :\nc :\nd :\ne :\nHeader : 11\n").back(), u"17");
 }
 
 TEST(SignatureLoader, TakesTheMostRecentHeaderLine) {
-  EXPECT_EQ(table_of(u"Header : 11\nb :\nHeader : 22\nd :\ne :\nf :\n").back(), u"34");
+  EXPECT_EQ(loaded(u"Header : 11\nb :\nHeader : 22\nd :\ne :\nf :\n").back(), u"34");
 }
 
 TEST(SignatureLoader, ForgetsTheHeaderByteWithEachCompletedRecord) {
-  const SignatureTable table =
-      table_of(Text(jpeg_record) + u"a :\nb :\nHeader: D8\nd :\ne :\nf :\n");
+  const SignatureTable table = loaded(Text(jpeg_record) + u"a :\nb :\nHeader: D8\nd :\ne :\nf :\n");
   ASSERT_EQ(table.size(), 14U);
   EXPECT_EQ(table[6], u"255");
   EXPECT_EQ(table[9], u"D8");
@@ -172,14 +171,14 @@ TEST(SignatureLoader, ForgetsTheHeaderByteWithEachCompletedRecord) {
 }
 
 TEST(SignatureLoader, AShortHeaderValueIsStoredAndLeavesThePendingByteAsItWas) {
-  const SignatureTable alone = table_of(u"a :\nb :\nHeader : F\nd :\ne :\nf :\n");
+  const SignatureTable alone = loaded(u"a :\nb :\nHeader : F\nd :\ne :\nf :\n");
   EXPECT_EQ(alone, (SignatureTable{u"", u"", u"F", u"", u"", u"", u""}));
-  const SignatureTable second = table_of(u"a :\nHeader : 11\nHeader : F\nd :\nHeader :\nf :\n");
+  const SignatureTable second = loaded(u"a :\nHeader : 11\nHeader : F\nd :\nHeader :\nf :\n");
   EXPECT_EQ(second, (SignatureTable{u"", u"11", u"F", u"", u"", u"", u"17"}));
 }
 
 TEST(SignatureLoader, KeepsTheLeftOverFieldsOfAnIncompleteLastRecord) {
-  const SignatureTable table = table_of(Text(jpeg_record) + u"Ext : .png\nSize : 7\n");
+  const SignatureTable table = loaded(Text(jpeg_record) + u"Ext : .png\nSize : 7\n");
   SignatureTable expected = jpeg_table;
   expected.insert(expected.end(), {u"PNG", u"7"});
   EXPECT_EQ(table, expected);

@@ -12,7 +12,7 @@ namespace {
 constexpr int short_text = 5;          // lines that stay together
 constexpr int least_lines = 2;         // of a longer text, on the page where it begins
 constexpr double largest_group = 0.8;  // of a page
-constexpr int most_rounds = 200;
+constexpr int most_moves = 200;
 
 double line_top(const QTextBlock& block, int line) {
   // Asks for the place first, which lays the block out.
@@ -97,7 +97,7 @@ void lay_out_anew(QTextDocument& document) {
 
 void settle_page_breaks(QTextDocument& document) {
   lay_out_anew(document);
-  for (int round = 0; round < most_rounds && move_one(document); ++round) {
+  for (int round = 0; round < most_moves && move_one(document); ++round) {
   }
 }
 

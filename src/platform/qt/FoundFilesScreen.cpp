@@ -26,7 +26,7 @@ std::vector<TableColumn> found_columns() {
           {"FilePath", u"Saved as"_s}};
 }
 
-ResultNote::Texts note_texts() {
+ResultNote::Texts file_note_texts() {
   return {.none_yet = {u"No files yet"_s,
                        u"What the search finds appears here at once. Select a file to see it."_s},
           .none_found = {u"No files were found"_s,
@@ -53,7 +53,7 @@ FoundFilesScreen::FoundFilesScreen(ControlTable& controls, TableSource found_fil
   auto* const delegate = new FileDelegate(*view_);
   delegate->setParent(view_);
   view_->setItemDelegate(delegate);
-  note_ = new ResultNote(*view_, u"document"_s, note_texts());
+  note_ = new ResultNote(*view_, u"document"_s, file_note_texts());
 
   auto* lists = new QSplitter(Qt::Vertical);
   lists->addWidget(table_);

@@ -15,7 +15,7 @@ namespace {
 
 using namespace Qt::StringLiterals;
 
-ResultNote::Texts note_texts() {
+ResultNote::Texts photo_note_texts() {
   return {.none_yet = {u"No photos yet"_s, u"What the search finds appears here at once."_s},
           .none_found = {u"No photos were found"_s,
                          u"Go back to try the thorough search, the entire disk, or another type "
@@ -43,7 +43,7 @@ GalleryScreen::GalleryScreen(ControlTable& controls, const Gallery& gallery,
     const int row = model.row_of(image_UID);
     if (row >= 0) view_->update(model.index(row));
   });
-  note_ = new ResultNote(*view_, u"photo"_s, note_texts());
+  note_ = new ResultNote(*view_, u"photo"_s, photo_note_texts());
 
   auto* const folder = controls.add(Control::open_folder, new QPushButton(u"Open &Folder"_s),
                                     u"Open folder"_s, u"Shows the recovered photos as files"_s);

@@ -15,7 +15,7 @@ namespace {
 using namespace Qt::StringLiterals;
 
 constexpr int disc = 3 * unit;
-constexpr int gap = unit;
+constexpr int entry_gap = unit;
 constexpr int line = 3 * unit;
 
 }  // namespace
@@ -54,12 +54,12 @@ std::vector<StepIndicator::Entry> StepIndicator::entries() const {
 int StepIndicator::entry_width(const Entry& entry) const {
   QFont title_font = font();
   if (entry.current) title_font.setWeight(QFont::DemiBold);
-  return disc + gap + QFontMetrics(title_font).horizontalAdvance(entry.title);
+  return disc + entry_gap + QFontMetrics(title_font).horizontalAdvance(entry.title);
 }
 
 QSize StepIndicator::sizeHint() const {
-  int width = -(2 * gap + line);
-  for (const Entry& entry : entries()) width += entry_width(entry) + 2 * gap + line;
+  int width = -(2 * entry_gap + line);
+  for (const Entry& entry : entries()) width += entry_width(entry) + 2 * entry_gap + line;
   return {width, disc + 2};
 }
 
@@ -73,8 +73,8 @@ void StepIndicator::paintEvent(QPaintEvent* /*event*/) {
     const double middle = height() / 2.0;
     if (number > 0) {
       painter.setPen(QPen(entry.done || entry.current ? theme.accent : theme.strong_border, 1.5));
-      painter.drawLine(QPointF(x + gap, middle), QPointF(x + gap + line, middle));
-      x += 2 * gap + line;
+      painter.drawLine(QPointF(x + entry_gap, middle), QPointF(x + entry_gap + line, middle));
+      x += 2 * entry_gap + line;
     }
     const QRectF place(x + 0.75, middle - disc / 2.0 + 0.75, disc - 1.5, disc - 1.5);
     painter.setPen(QPen(entry.done || entry.current ? theme.accent : theme.strong_border, 1.5));
@@ -91,7 +91,7 @@ void StepIndicator::paintEvent(QPaintEvent* /*event*/) {
       painter.drawText(place, Qt::AlignCenter, QString::number(number));
     }
     painter.setPen(entry.current ? theme.text : theme.quiet_text);
-    painter.drawText(QRectF(x + disc + gap, 0, width() - x, height()), Qt::AlignVCenter,
+    painter.drawText(QRectF(x + disc + entry_gap, 0, width() - x, height()), Qt::AlignVCenter,
                      entry.title);
     x += entry_width(entry);
   }

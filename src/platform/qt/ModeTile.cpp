@@ -8,9 +8,9 @@
 namespace norvo {
 namespace {
 
-constexpr int margin = 2 * unit;
-constexpr int icon_size = 4 * unit;
-constexpr int gap = 12;
+constexpr int tile_margin = 2 * unit;
+constexpr int tile_icon_size = 4 * unit;
+constexpr int tile_gap = 12;
 
 }  // namespace
 
@@ -30,7 +30,7 @@ QFont ModeTile::title_font() const {
 
 QSize ModeTile::minimumSizeHint() const {
   const int text = QFontMetrics(title_font()).height() + 2 * fontMetrics().lineSpacing() + 4;
-  return {19 * unit, 2 * 12 + std::max(icon_size, text)};
+  return {19 * unit, 2 * 12 + std::max(tile_icon_size, text)};
 }
 
 QSize ModeTile::sizeHint() const {
@@ -66,10 +66,10 @@ void ModeTile::paintEvent(QPaintEvent* /*event*/) {
     painter.setBrush(Qt::NoBrush);
     painter.drawRoundedRect(frame.adjusted(4, 4, -4, -4), unit - 4, unit - 4);
   }
-  const QRectF icon(margin, (height() - icon_size) / 2.0, icon_size, icon_size);
+  const QRectF icon(tile_margin, (height() - tile_icon_size) / 2.0, tile_icon_size, tile_icon_size);
   draw_icon(painter, icon_, icon, isChecked() ? theme.accent : theme.quiet_text);
 
-  const int left = margin + icon_size + gap;
+  const int left = tile_margin + tile_icon_size + tile_gap;
   const QFontMetrics title_metrics(title_font());
   QRect text(left, 0, width() - left - 12, height());
   const int line_height =

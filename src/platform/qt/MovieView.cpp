@@ -15,7 +15,7 @@ namespace {
 
 using namespace Qt::StringLiterals;
 
-constexpr int icon_size = 2 * unit;
+constexpr int button_icon_size = 2 * unit;
 
 int milliseconds(std::chrono::milliseconds time) {
   return static_cast<int>(
@@ -30,7 +30,7 @@ MovieView::MovieView(Acts acts, QWidget* parent) : QWidget(parent), acts_(std::m
   picture_->setAlignment(Qt::AlignCenter);
   picture_->setAccessibleName(u"Movie"_s);
   button_ = new QToolButton;
-  button_->setIconSize({icon_size, icon_size});
+  button_->setIconSize({button_icon_size, button_icon_size});
   button_->setObjectName(u"play_btn"_s);
   connect(button_, &QToolButton::clicked, this, &MovieView::toggle);
   bar_ = new QSlider(Qt::Horizontal);
@@ -98,8 +98,8 @@ void MovieView::toggle() {
 
 void MovieView::set_playing(bool playing) {
   playing_ = playing;
-  button_->setIcon(icon_pixmap(playing ? u"pause"_s : u"play"_s, icon_size, Theme::current().text,
-                               devicePixelRatioF()));
+  button_->setIcon(icon_pixmap(playing ? u"pause"_s : u"play"_s, button_icon_size,
+                               Theme::current().text, devicePixelRatioF()));
   button_->setAccessibleName(playing ? u"Pause"_s : u"Play"_s);
   button_->setToolTip(button_->accessibleName());
 }

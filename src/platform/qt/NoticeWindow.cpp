@@ -9,17 +9,14 @@
 #include "wizard/Notices.h"
 
 namespace norvo {
-namespace {
-
-constexpr int icon_size = 5 * unit;
-
-}  // namespace
+namespace {}  // namespace
 
 NoticeWindow::NoticeWindow(const Look& look, QWidget* parent) : QDialog(parent) {
   setObjectName(look.object_name);
   setWindowTitle(look.title);
   auto* icon = new QLabel;
-  icon->setPixmap(icon_pixmap(look.icon, icon_size, Theme::current().accent, devicePixelRatioF()));
+  icon->setPixmap(
+      icon_pixmap(look.icon, message_icon_size, Theme::current().accent, devicePixelRatioF()));
   auto* title = new QLabel(look.title);
   title->setTextFormat(Qt::PlainText);
   title->setWordWrap(true);

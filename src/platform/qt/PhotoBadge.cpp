@@ -8,21 +8,21 @@ namespace norvo {
 namespace {
 
 using namespace Qt::StringLiterals;
-using Kind = PictureJudgement::Kind;
+using Judged = PictureJudgement::Kind;
 
-constexpr double margin = unit / 2.0;
+constexpr double badge_margin = unit / 2.0;
 
 }  // namespace
 
 QString badge_text(const PictureJudgement& judgement) {
   switch (judgement.kind) {
-    case Kind::whole:
+    case Judged::whole:
       return u"\u2713"_s;
-    case Kind::partly:
+    case Judged::partly:
       return judgement.percent ? QString::number(*judgement.percent) + u" %"_s : u"Partly"_s;
-    case Kind::embedded_only:
+    case Judged::embedded_only:
       return u"Preview"_s;
-    case Kind::unknown:
+    case Judged::unknown:
       break;
   }
   return {};
@@ -30,15 +30,15 @@ QString badge_text(const PictureJudgement& judgement) {
 
 QString badge_sentence(const PictureJudgement& judgement) {
   switch (judgement.kind) {
-    case Kind::whole:
+    case Judged::whole:
       return u"The whole picture can be decoded."_s;
-    case Kind::partly:
+    case Judged::partly:
       return judgement.percent
                  ? u"About %1 percent of the picture can be decoded."_s.arg(int{*judgement.percent})
                  : u"Only a part of the picture can be decoded."_s;
-    case Kind::embedded_only:
+    case Judged::embedded_only:
       return u"Only the small preview inside the file can be decoded."_s;
-    case Kind::unknown:
+    case Judged::unknown:
       break;
   }
   return {};
@@ -53,9 +53,9 @@ void draw_badge(QPainter& painter, const QRectF& picture, const PictureJudgement
   const QFontMetricsF metrics(small);
   const double height = metrics.height() + 2;
   QRectF pill(0, 0, std::max(height, metrics.horizontalAdvance(text) + unit), height);
-  pill.moveBottomRight(picture.bottomRight() - QPointF(margin, margin));
+  pill.moveBottomRight(picture.bottomRight() - QPointF(badge_margin, badge_margin));
   // A glance tells the damaged ones.
-  const bool whole = judgement.kind == Kind::whole;
+  const bool whole = judgement.kind == Judged::whole;
   painter.setFont(small);
   painter.setPen(QPen(theme.surface, 1));
   painter.setBrush(whole ? theme.accent : theme.text);

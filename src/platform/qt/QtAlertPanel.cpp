@@ -19,7 +19,6 @@ namespace {
 
 using namespace Qt::StringLiterals;
 
-constexpr int icon_size = 5 * unit;
 constexpr int least_text_width = 35 * unit;
 constexpr int most_text_width = 60 * unit;
 
@@ -40,7 +39,7 @@ void lift_text(QLabel& label) {
   while (breaks < text.size() && text[breaks] == u'\n') ++breaks;
   const int line = label.fontMetrics().lineSpacing();
   const int shown = line * static_cast<int>(text.count(u'\n') - breaks + 1);
-  const int top = std::max(0, (icon_size - shown) / 2) - static_cast<int>(breaks) * line;
+  const int top = std::max(0, (message_icon_size - shown) / 2) - static_cast<int>(breaks) * line;
   label.setAlignment(Qt::AlignLeft | Qt::AlignTop);
   // Else a margin below zero would count for the label's size and not for the text's place in it.
   label.setAttribute(Qt::WA_ContentsMarginsRespectsSafeArea, false);
@@ -57,7 +56,7 @@ AlertAnswer QtAlertPanel::run(const Alert& alert) {
   box.setText(to_qt(alert.message));
   box.setInformativeText(to_qt(alert.informative_text));
   const bool asks = !alert.other_button.empty() || !alert.alternate_button.empty();
-  box.setIconPixmap(icon_pixmap(asks ? u"question"_s : u"information"_s, icon_size,
+  box.setIconPixmap(icon_pixmap(asks ? u"question"_s : u"information"_s, message_icon_size,
                                 Theme::current().accent, box.devicePixelRatioF()));
   const std::array<std::pair<const Text*, QMessageBox::ButtonRole>, 3> wanted{{
       {&alert.default_button, QMessageBox::AcceptRole},

@@ -39,6 +39,9 @@ QColor mixed(const QColor& first, const QColor& second, double share);
 // Lengths are multiples of this many device-independent pixels.
 inline constexpr int unit = 8;
 
+// The side of the icon beside a message, in device-independent pixels.
+inline constexpr int message_icon_size = 5 * unit;
+
 // Makes the text of `widget` `factor` times as large as the application's font.
 void scale_font(QWidget& widget, double factor, QFont::Weight weight = QFont::Normal);
 

@@ -18,7 +18,7 @@ namespace {
 // The library's handles are pointers to pointers.
 using Stream = std::unique_ptr<opj_stream_t, decltype(&opj_stream_destroy)>;
 using Codec = std::unique_ptr<opj_codec_t, decltype(&opj_destroy_codec)>;
-using Image = std::unique_ptr<opj_image_t, decltype(&opj_image_destroy)>;
+using Planes = std::unique_ptr<opj_image_t, decltype(&opj_image_destroy)>;
 
 // What the library reads from.
 struct Position {
@@ -77,8 +77,8 @@ struct Attempt {
   bool reduced = true;
 };
 
-Image decode(Bytes file, PictureSize box, Attempt attempt) {
-  Image none(nullptr, &opj_image_destroy);
+Planes decode(Bytes file, PictureSize box, Attempt attempt) {
+  Planes none(nullptr, &opj_image_destroy);
   const bool bare = stands_at(file, 0, "\xFF\x4F");
   Position position{.file = bare ? file : file.first(length_of_boxes(file)), .at = 0};
   const Stream stream = stream_on(position);
@@ -90,7 +90,7 @@ Image decode(Bytes file, PictureSize box, Attempt attempt) {
   opj_decoder_set_strict_mode(codec.get(), attempt.strict ? OPJ_TRUE : OPJ_FALSE);
   opj_image_t* header = nullptr;
   const bool has_header = opj_read_header(stream.get(), codec.get(), &header) == OPJ_TRUE;
-  Image image(header, &opj_image_destroy);
+  Planes image(header, &opj_image_destroy);
   if (!has_header || !image || image->x1 <= image->x0 || image->y1 <= image->y0) return none;
   if (attempt.reduced) {
     opj_set_decoded_resolution_factor(codec.get(), reduction_for(*image, box));
@@ -138,7 +138,7 @@ bool is_usable(const opj_image_t& image) {
   });
 }
 
-std::optional<Picture> shrunk(const Image& image, PictureSize box) {
+std::optional<Picture> shrunk(const Planes& image, PictureSize box) {
   if (!image || !is_usable(*image)) return std::nullopt;
   const PictureSize size{.width = image->comps[0].w, .height = image->comps[0].h};
   RowScaler scaler(size, fitted(size, box));

@@ -5,7 +5,7 @@
 namespace norvo {
 namespace {
 
-constexpr std::string_view head =
+constexpr std::string_view fish_head =
     R"(# Completion of norvo-recover for fish. Made with the program; changes are lost.
 
 function __norvo_recover_devices
@@ -17,7 +17,7 @@ end
 complete -c norvo-recover -f
 )";
 
-std::string in_quotes(std::string_view word) {
+std::string fish_quoted(std::string_view word) {
   return "'" + replaced(replaced(word, R"(\)", R"(\\)"), "'", R"(\')") + "'";
 }
 
@@ -37,21 +37,21 @@ std::string value_arguments(const OptionValue& value) {
   }
   std::string words;
   for (const std::string& choice : value.choices) {
-    words += (words.empty() ? "" : " ") + in_quotes(choice);
+    words += (words.empty() ? "" : " ") + fish_quoted(choice);
   }
-  return " -x -a " + in_quotes(words);
+  return " -x -a " + fish_quoted(words);
 }
 
 }  // namespace
 
 std::string fish_completion(std::span<const Option> options) {
-  std::string text(head);
+  std::string text(fish_head);
   for (const Option& option : options) {
     text += "complete -c norvo-recover -l " + std::string(option.name.substr(2));
     if (!option.value_name.empty()) {
       text += value_arguments(option_value(option.value_name).value_or(OptionValue{}));
     }
-    text += " -d " + in_quotes(option.description) + "\n";
+    text += " -d " + fish_quoted(option.description) + "\n";
   }
   return text;
 }

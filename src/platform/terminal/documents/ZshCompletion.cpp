@@ -5,7 +5,7 @@
 namespace norvo {
 namespace {
 
-constexpr std::string_view head = R"(#compdef norvo-recover
+constexpr std::string_view zsh_head = R"(#compdef norvo-recover
 # Completion of norvo-recover for zsh. Made with the program; changes are lost.
 
 _norvo_recover_media() {
@@ -15,7 +15,7 @@ _norvo_recover_media() {
 
 _arguments)";
 
-std::string in_quotes(std::string_view word) {
+std::string zsh_quoted(std::string_view word) {
   return "'" + replaced(word, "'", R"('\'')") + "'";
 }
 
@@ -51,16 +51,16 @@ std::string action(const OptionValue& value) {
 
 std::string argument(const Option& option) {
   const std::string description = "[" + plain(option.description) + "]";
-  if (option.value_name.empty()) return in_quotes(std::string(option.name) + description);
+  if (option.value_name.empty()) return zsh_quoted(std::string(option.name) + description);
   const OptionValue value = option_value(option.value_name).value_or(OptionValue{});
-  return in_quotes(std::string(option.name) + "=" + description + ":" + plain(option.value_name) +
-                   ":" + action(value));
+  return zsh_quoted(std::string(option.name) + "=" + description + ":" + plain(option.value_name) +
+                    ":" + action(value));
 }
 
 }  // namespace
 
 std::string zsh_completion(std::span<const Option> options) {
-  std::string text(head);
+  std::string text(zsh_head);
   for (const Option& option : options) text += " \\\n  " + argument(option);
   return text + "\n";
 }
