@@ -14,7 +14,6 @@ namespace norvo {
 std::optional<Text> property_text(std::string_view property_list, std::string_view key);
 
 // An entry of the Contents/Info.plist of the bundle folder `bundle`. Any thread.
-std::optional<Text> read_bundle_property(const std::filesystem::path& bundle,
-                                         std::string_view key);
+std::optional<Text> read_bundle_property(const std::filesystem::path& bundle, std::string_view key);
 
 }  // namespace norvo

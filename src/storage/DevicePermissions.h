@@ -60,8 +60,9 @@ class DevicePermissions {
   explicit DevicePermissions(DevicePermissionsSetting setting) : setting_(std::move(setting)) {}
 
   // The probe: opens the device and closes it again. When that is refused, writes the error number
-  // to `out` and the bundle identifier to `log`, and resets the removable-volumes permission, with USE_HARD_DISK the all-files
-  // permission as well. Shows nothing; whoever opens the device next reports the failure.
+  // to `out` and the bundle identifier to `log`, and resets the removable-volumes permission, with
+  // USE_HARD_DISK the all-files permission as well. Shows nothing; whoever opens the device next
+  // reports the failure.
   void Check_Have_Permissions(const std::filesystem::path& raw_device);
 
   // Says which permission to grant, and opens the privacy pane when that was closed with its

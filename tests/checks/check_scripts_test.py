@@ -1,5 +1,6 @@
 #!/usr/bin/python3
 """The checks of the tree find what they are made to find."""
+import shutil
 import subprocess
 import sys
 import tempfile
@@ -29,6 +30,31 @@ class Tree(unittest.TestCase):
         result = subprocess.run([sys.executable, ROOT / script, argument], text=True,
                                 capture_output=True, check=False)
         return result.returncode, result.stdout
+
+
+class Layout(Tree):
+    def setUp(self) -> None:
+        super().setUp()
+        shutil.copy(ROOT / '.clang-format', self.root)
+
+    def check(self) -> tuple[int, str]:
+        status, output = self.run_script('tools/check_layout.py', self.root)
+        if status == 77:
+            self.skipTest(output)
+        return status, output
+
+    def test_a_tree_that_is_laid_out_passes(self) -> None:
+        self.assertEqual(self.check()[0], 0)
+
+    def test_a_file_that_is_not_is_named(self) -> None:
+        self.write('tests/util/Text_test.cpp', 'int  one ;\n')
+        status, output = self.check()
+        self.assertEqual(status, 1)
+        self.assertIn('tests/util/Text_test.cpp:1:4', output)
+
+    def test_an_empty_tree_does_not_pass(self) -> None:
+        shutil.rmtree(self.root / 'src')
+        self.assertEqual(self.check()[0], 1)
 
 
 class HouseRules(Tree):

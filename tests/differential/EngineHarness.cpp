@@ -109,9 +109,8 @@ std::vector<plain::Event> visible_events(const Recorder& recorder, const Place& 
         events.push_back({.kind = EventKind::kExceptionMessage});
       }
     } else if (const auto* permission = std::get_if<PermissionAlert>(&entry)) {
-      events.push_back({.kind = EventKind::kDeviceError,
-                        .error_number = permission->error,
-                        .permission = true});
+      events.push_back(
+          {.kind = EventKind::kDeviceError, .error_number = permission->error, .permission = true});
     } else if (const auto* generic = std::get_if<GenericAlert>(&entry)) {
       events.push_back({.kind = EventKind::kDeviceError, .error_number = generic->error});
     } else if (std::holds_alternative<FinalScreenPosted>(entry)) {

@@ -10,7 +10,9 @@
 namespace norvo::test {
 namespace {
 
-SelectedTables both_tables() { return {table_of({jpeg()}), table_of({png()})}; }
+SelectedTables both_tables() {
+  return {table_of({jpeg()}), table_of({png()})};
+}
 
 std::vector<Pass> passes_of(const RawFileSearch& search) {
   std::vector<Pass> passes;
@@ -43,8 +45,8 @@ TEST(RawFileRecThread, APassHasTheStreamsFromItsStartToItsEnd) {
   RawFileSearch search("JaPa");
   std::vector<bool> running;
   search.recorder.on_entry = [&](const Recorded& entry) {
-    const bool told = std::holds_alternative<Report>(entry) ||
-                      std::holds_alternative<FinalScreenPosted>(entry);
+    const bool told =
+        std::holds_alternative<Report>(entry) || std::holds_alternative<FinalScreenPosted>(entry);
     if (told) running.push_back(search.state.pass_running);
   };
   Raw_File_Rec_Thread(search.context(), both_tables());

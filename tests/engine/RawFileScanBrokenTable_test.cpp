@@ -65,8 +65,7 @@ TEST(RawFileScan, AnIncompleteRecordWithoutAHeaderRaisesAtTheFirstHeaderOnceItsF
 TEST(RawFileScan, AnIncompleteRecordWhoseHeaderIsPartOfTheFoundOneStillGetsItsFile) {
   RawFileSearch search("Jz");
   EXPECT_TRUE(search.run(Pass::general, cut_off({jfif()}, jpeg(), 3)));
-  EXPECT_EQ(search.found(),
-            (Found{{"JFI/JFI00001.JFI", "0 z z"}, {"JPG/JPG00002.JPG", "0 z z"}}));
+  EXPECT_EQ(search.found(), (Found{{"JFI/JFI00001.JFI", "0 z z"}, {"JPG/JPG00002.JPG", "0 z z"}}));
 }
 
 TEST(RawFileScan, AnIncompleteRecordWhoseHeaderIsLongerRaisesWithoutARuleAndGoesAlongWithOne) {
@@ -81,8 +80,7 @@ TEST(RawFileScan, AnIncompleteRecordWhoseHeaderIsLongerRaisesWithoutARuleAndGoes
 TEST(RawFileScan, AnExceptionAtAHeaderComesAfterTheFilesBeforeItWereEnded) {
   // J goes well, as the search for companions of JPG begins behind GIF's record; G does not.
   RawFileSearch search("JzGz");
-  const SignatureTable table =
-      cut_off({gif(), jpeg()}, {u"GI2", no_limit, u"4749463839"}, 3);
+  const SignatureTable table = cut_off({gif(), jpeg()}, {u"GI2", no_limit, u"4749463839"}, 3);
   EXPECT_TRUE(search.run(Pass::general, table));
   EXPECT_EQ(search.found(), (Found{{"JPG/JPG00001.JPG", "0 z 2"}, {"GIF/GIF00002.GIF", "2"}}));
   EXPECT_EQ(search.reported(), (Paths{"JPG/JPG00001.JPG"}));

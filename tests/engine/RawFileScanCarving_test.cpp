@@ -13,10 +13,9 @@ TEST(RawFileScan, AFileEndsWithTheSectorOfTheNextHeaderAndTheNextFileBeginsWithI
 }
 
 TEST(RawFileScan, HeadersInEverySectorMakeFilesThatOverlapByOne) {
-  expect_carved({.drawing = "JJJ", .table = table_of({jpeg()})},
-                {{"JPG/JPG00001.JPG", "0 1"},
-                 {"JPG/JPG00002.JPG", "1 2"},
-                 {"JPG/JPG00003.JPG", "2 2"}});
+  expect_carved(
+      {.drawing = "JJJ", .table = table_of({jpeg()})},
+      {{"JPG/JPG00001.JPG", "0 1"}, {"JPG/JPG00002.JPG", "1 2"}, {"JPG/JPG00003.JPG", "2 2"}});
 }
 
 TEST(RawFileScan, AFileStillOpenAtTheEndOfTheRangeGetsItsLastSectorTwice) {
@@ -37,7 +36,7 @@ TEST(RawFileScan, ZerosInsideAFileAreItsSectorsLikeOthers) {
 
 TEST(RawFileScan, AFileEndsWithTheWholeSectorThatReachesItsMaximum) {
   const std::vector<std::pair<Text, std::string>> cases{
-      {u"513", "0 1"},  {u"1023", "0 1"},   {u"1024", "0 1"},
+      {u"513", "0 1"},    {u"1023", "0 1"},   {u"1024", "0 1"},
       {u"1025", "0 1 2"}, {u"1536", "0 1 2"}, {u" +1024 bytes", "0 1"}};
   for (const auto& [maximum, content] : cases) {
     SCOPED_TRACE(utf8_from_text(maximum));
@@ -63,10 +62,9 @@ TEST(RawFileScan, ANegativeMaximumOrOneBeyondAllNumbersNeverEndsAFile) {
 }
 
 TEST(RawFileScan, FilesOfOneSectorDoNotGetTheNextHeader) {
-  expect_carved({.drawing = "JJaJ", .table = table_of({jpeg(u"512")})},
-                {{"JPG/JPG00001.JPG", "0 0"},
-                 {"JPG/JPG00002.JPG", "1 1"},
-                 {"JPG/JPG00003.JPG", "3 3"}});
+  expect_carved(
+      {.drawing = "JJaJ", .table = table_of({jpeg(u"512")})},
+      {{"JPG/JPG00001.JPG", "0 0"}, {"JPG/JPG00002.JPG", "1 1"}, {"JPG/JPG00003.JPG", "3 3"}});
 }
 
 TEST(RawFileScan, AFileThatReachesItsMaximumWithTheLastSectorOfTheRangeGetsItOnce) {
@@ -91,11 +89,11 @@ TEST(RawFileScan, TheSectorsAfterTheLastOpenFileBelongToNoneAndAreNotCounted) {
 
 TEST(RawFileScan, EachOpenFileEndsAtItsOwnMaximum) {
   const TypeRow long_header{u"EXT", u"2560", u"FFD8FFE05A"};
-  expect_carved({.drawing = "Jaaaaaaa",
-                 .table = table_of({jpeg(u"1536"), jfif(u"512"), long_header})},
-                {{"JPG/JPG00001.JPG", "0 1 2"},
-                 {"JFI/JFI00001.JFI", "0 0"},
-                 {"EXT/EXT00001.EXT", "0 1 2 3 4"}});
+  expect_carved(
+      {.drawing = "Jaaaaaaa", .table = table_of({jpeg(u"1536"), jfif(u"512"), long_header})},
+      {{"JPG/JPG00001.JPG", "0 1 2"},
+       {"JFI/JFI00001.JFI", "0 0"},
+       {"EXT/EXT00001.EXT", "0 1 2 3 4"}});
 }
 
 TEST(RawFileScan, AFileThatEndedByItsMaximumIsNoLongerThereForTheNextHeader) {

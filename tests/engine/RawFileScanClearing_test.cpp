@@ -77,9 +77,8 @@ TEST(RawFileScan, AFileReportedToAFullWindowIsReplacedByTheNextOfItsType) {
   search.add_rows(table);
   report_earlier(search, 1999);
   EXPECT_TRUE(search.run(Pass::thorough, table));
-  EXPECT_EQ(search.reported(Pass::thorough),
-            (Paths{"JPG/JPG00001.JPG", "JFI/JFI00001.JFI", "JPG/JPG00002.JPG",
-                   "JFI/JFI00001.JFI"}));
+  EXPECT_EQ(search.reported(Pass::thorough), (Paths{"JPG/JPG00001.JPG", "JFI/JFI00001.JFI",
+                                                    "JPG/JPG00002.JPG", "JFI/JFI00001.JFI"}));
   EXPECT_EQ(search.found(Pass::thorough), (Found{{"JPG/JPG00001.JPG", "0 1"},
                                                  {"JPG/JPG00002.JPG", "3 4"},
                                                  {"JFI/JFI00001.JFI", "3 4"}}));

@@ -29,8 +29,7 @@ TEST(RawFileScan, ATypeWhoseHeaderIsPartOfTheFoundOneGoesWithItWhateverItsRule) 
     EXPECT_EQ(opened_by_header({jfif(), type(u"JPG", u"FFD8FF", rule)}), "JFI JPG ");
   }
   // At its middle and its end too.
-  EXPECT_EQ(opened_by_header({jfif(), type(u"MID", u"D8FF"), type(u"END", u"E0")}),
-            "JFI MID END ");
+  EXPECT_EQ(opened_by_header({jfif(), type(u"MID", u"D8FF"), type(u"END", u"E0")}), "JFI MID END ");
 }
 
 TEST(RawFileScan, HeadersAreComparedAsTextsSoTheyMayOverlapByHalfAByte) {
@@ -80,12 +79,11 @@ TEST(RawFileScan, TheFirstTypeInTheTableThatIsFoundWins) {
 TEST(RawFileScan, CompanionsBelongToTheTypeThatWasFound) {
   // J finds JFI, whose companions differ from those of the types around it.
   const SignatureTable table = table_of({png(), jfif(), gif(), jpeg(), type(u"PN2", u"89504E47")});
-  expect_carved({.drawing = "PaJaGa", .table = table},
-                {{"PNG/PNG00001.PNG", "0 1 2"},
-                 {"PN2/PN200001.PN2", "0 1 2"},
-                 {"JFI/JFI00001.JFI", "2 3 4"},
-                 {"JPG/JPG00001.JPG", "2 3 4"},
-                 {"GIF/GIF00001.GIF", "4 5 5"}});
+  expect_carved({.drawing = "PaJaGa", .table = table}, {{"PNG/PNG00001.PNG", "0 1 2"},
+                                                        {"PN2/PN200001.PN2", "0 1 2"},
+                                                        {"JFI/JFI00001.JFI", "2 3 4"},
+                                                        {"JPG/JPG00001.JPG", "2 3 4"},
+                                                        {"GIF/GIF00001.GIF", "4 5 5"}});
 }
 
 // T00 to T`count - 1`, all with the header of J and a maximum that ends them in one sector.
@@ -159,8 +157,7 @@ TEST(RawFileScan, ThirtyOpenFilesGetEverySector) {
 
 TEST(RawFileScan, TheFolderOfATypeWithoutASlotIsCountedLikeAnother) {
   // One header raises the count of the one type 50,001 times; thirty of its records find a slot.
-  const SignatureTable table =
-      table_of(std::vector<TypeRow>(50'001, {u"MOV", u"512", u"FFD8FF"}));
+  const SignatureTable table = table_of(std::vector<TypeRow>(50'001, {u"MOV", u"512", u"FFD8FF"}));
   RawFileSearch search("JJJ");
   EXPECT_TRUE(search.run(Pass::general, table));
   const std::vector<std::string> reported = search.reported();
@@ -173,8 +170,7 @@ TEST(RawFileScan, TheFolderOfATypeWithoutASlotIsCountedLikeAnother) {
 }
 
 TEST(RawFileScan, ATypeOfFourLettersFillsItsSecondFolderAgain) {
-  const SignatureTable table =
-      table_of(std::vector<TypeRow>(50'001, {u"MPEG", u"512", u"FFD8FF"}));
+  const SignatureTable table = table_of(std::vector<TypeRow>(50'001, {u"MPEG", u"512", u"FFD8FF"}));
   RawFileSearch search("JJJ");
   EXPECT_TRUE(search.run(Pass::general, table));
   const std::vector<std::string> reported = search.reported();
@@ -185,8 +181,7 @@ TEST(RawFileScan, ATypeOfFourLettersFillsItsSecondFolderAgain) {
 }
 
 TEST(RawFileScan, FolderCountsBeginAnewInTheThoroughPass) {
-  const SignatureTable table =
-      table_of(std::vector<TypeRow>(50'001, {u"MOV", u"512", u"FFD8FF"}));
+  const SignatureTable table = table_of(std::vector<TypeRow>(50'001, {u"MOV", u"512", u"FFD8FF"}));
   RawFileSearch search("Ja");
   EXPECT_TRUE(search.run(Pass::general, table));
   EXPECT_TRUE(search.run(Pass::thorough, table));

@@ -20,9 +20,8 @@ TEST(RawFileScan, FilesAreNumberedByTheFilesReportedOfTheirType) {
   const SignatureTable table = table_of({jpeg(), png()});
   search.add_rows(table);
   EXPECT_TRUE(search.run(Pass::general, table));
-  EXPECT_EQ(search.reported(),
-            (Paths{"JPG/JPG00001.JPG", "PNG/PNG00001.PNG", "JPG/JPG00002.JPG", "PNG/PNG00002.PNG",
-                   "PNG/PNG00003.PNG"}));
+  EXPECT_EQ(search.reported(), (Paths{"JPG/JPG00001.JPG", "PNG/PNG00001.PNG", "JPG/JPG00002.JPG",
+                                      "PNG/PNG00002.PNG", "PNG/PNG00003.PNG"}));
   EXPECT_EQ(search.counted(u"JPG"), u"2");
   EXPECT_EQ(search.counted(u"PNG"), u"3");
 }
@@ -40,15 +39,13 @@ TEST(RawFileScan, ATypeWithoutARowIsNumberedByAllFilesOfThePass) {
   RawFileSearch search("JPJ");
   add_row(search, u"PNG", 41);
   EXPECT_TRUE(search.run(Pass::general, table_of({jpeg(), png()})));
-  EXPECT_EQ(search.reported(),
-            (Paths{"JPG/JPG00001.JPG", "PNG/PNG00042.PNG", "JPG/JPG00003.JPG"}));
+  EXPECT_EQ(search.reported(), (Paths{"JPG/JPG00001.JPG", "PNG/PNG00042.PNG", "JPG/JPG00003.JPG"}));
 }
 
 TEST(RawFileScan, TwoTypesWithOneHeaderAndNoRowsAreNumberedConsecutively) {
   RawFileSearch search("Ja");
   EXPECT_TRUE(search.run(Pass::general, table_of({jpeg(), {u"MP4", no_limit, u"FFD8FF"}})));
-  EXPECT_EQ(search.found(),
-            (Found{{"JPG/JPG00001.JPG", "0 1 1"}, {"MP4/MP400002.MP4", "0 1 1"}}));
+  EXPECT_EQ(search.found(), (Found{{"JPG/JPG00001.JPG", "0 1 1"}, {"MP4/MP400002.MP4", "0 1 1"}}));
 }
 
 TEST(RawFileScan, AReportTellsPathNameAndTheNameAgain) {
@@ -103,8 +100,7 @@ TEST(RawFileScan, ATypeWithAFullStopNeverCountsAndReplacesItsFileEachTime) {
   const SignatureTable table = table_of({{u"TAR.GZ", no_limit, u"FFD8FF"}});
   search.add_rows(table);
   EXPECT_TRUE(search.run(Pass::general, table));
-  EXPECT_EQ(search.reported(),
-            (Paths{"TAR.GZ/TAR.GZ00001.TAR.GZ", "TAR.GZ/TAR.GZ00001.TAR.GZ"}));
+  EXPECT_EQ(search.reported(), (Paths{"TAR.GZ/TAR.GZ00001.TAR.GZ", "TAR.GZ/TAR.GZ00001.TAR.GZ"}));
   EXPECT_EQ(search.found(), (Found{{"TAR.GZ/TAR.GZ00001.TAR.GZ", "2 2"}}));
   EXPECT_EQ(search.counted(u"TAR.GZ"), u"0");
 }
@@ -116,8 +112,7 @@ TEST(RawFileScan, TwoRecordsOfOneTypeWriteOneFileTogetherAndCountItTwice) {
   EXPECT_TRUE(search.run(Pass::general, table));
   EXPECT_EQ(search.reported(), (Paths{"JPG/JPG00001.JPG", "JPG/JPG00001.JPG", "JPG/JPG00003.JPG",
                                       "JPG/JPG00003.JPG"}));
-  EXPECT_EQ(search.found(),
-            (Found{{"JPG/JPG00001.JPG", "0 1 2"}, {"JPG/JPG00003.JPG", "4 4"}}));
+  EXPECT_EQ(search.found(), (Found{{"JPG/JPG00001.JPG", "0 1 2"}, {"JPG/JPG00003.JPG", "4 4"}}));
   EXPECT_EQ(search.counted(u"JPG"), u"4");
 }
 
@@ -133,8 +128,7 @@ TEST(RawFileScan, AReportedFileStandsInItsRow) {
   const SignatureTable table = table_of({png(), jpeg()});
   search.add_rows(table);
   EXPECT_TRUE(search.run(Pass::general, table));
-  EXPECT_EQ(search.recorder.found_files.row(0),
-            (FoundFilesRow{u"PNG", u"0", u"", {}, u"PNG"}));
+  EXPECT_EQ(search.recorder.found_files.row(0), (FoundFilesRow{u"PNG", u"0", u"", {}, u"PNG"}));
   EXPECT_EQ(search.recorder.found_files.row(1),
             (FoundFilesRow{u"JPG", u"2", u"JPG00002.JPG",
                            search.pass_path(Pass::general) / "JPG/JPG00002.JPG", u"JPG"}));

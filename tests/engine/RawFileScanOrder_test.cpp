@@ -52,18 +52,18 @@ const std::vector<Recorded> help_and_label{
 TEST(RawFileScan, AGeneralPassEmptiesFileWindowAndPreviewAndShowsItsRangeBeforeItsFirstSector) {
   RawFileSearch search("aaa", 1000);
   EXPECT_TRUE(search.run(Pass::general, table_of({jpeg()})));
-  EXPECT_EQ(search.recorder.recorded(),
-            joined(joined(joined(general_until_opening(), settings_off), empty_preview),
-                   help_and_label));
+  EXPECT_EQ(
+      search.recorder.recorded(),
+      joined(joined(joined(general_until_opening(), settings_off), empty_preview), help_and_label));
   EXPECT_EQ(search.state.Curr_Running_Mode_Info.get(), general_label);
 }
 
 TEST(RawFileScan, AThoroughPassLeavesFileWindowSelectionAndPreviewAlone) {
   RawFileSearch search("aaa", 1000);
   EXPECT_TRUE(search.run(Pass::thorough, table_of({jpeg()})));
-  EXPECT_EQ(search.recorder.recorded(),
-            joined(joined(until_opening(Pass::thorough, thorough_label), settings_off),
-                   help_and_label));
+  EXPECT_EQ(
+      search.recorder.recorded(),
+      joined(joined(until_opening(Pass::thorough, thorough_label), settings_off), help_and_label));
   EXPECT_EQ(search.state.Curr_Running_Mode_Info.get(), thorough_label);
 }
 
@@ -129,13 +129,12 @@ TEST(RawFileScan, ThePassFolderIsMadeBetweenTheHelpTextAndTheSecondLabel) {
 
 // What follows a failure to open the device, up to its alert.
 std::vector<Recorded> open_failure_entries(int error) {
-  return {ScanOperation(operation::PrintOpenError{error}),
-          ScanOperation(operation::DecreaseScreenCounter{}),
-          ScanOperation(operation::ShowHideScreen{.screen = Screen::screen_3_RawFile,
-                                                  .hide = false}),
-          ScanOperation(operation::ShowHideScreen{.screen = Screen::screen_4_RawFile,
-                                                  .hide = true}),
-          ScanOperation(operation::Show{.control = Control::open_folder_Sig, .on = false})};
+  return {
+      ScanOperation(operation::PrintOpenError{error}),
+      ScanOperation(operation::DecreaseScreenCounter{}),
+      ScanOperation(operation::ShowHideScreen{.screen = Screen::screen_3_RawFile, .hide = false}),
+      ScanOperation(operation::ShowHideScreen{.screen = Screen::screen_4_RawFile, .hide = true}),
+      ScanOperation(operation::Show{.control = Control::open_folder_Sig, .on = false})};
 }
 
 // Runs a General pass whose device cannot be opened and returns what was recorded.
@@ -183,8 +182,8 @@ TEST(RawFileScan, ADeviceThatCannotBeOpenedOtherwiseGetsTheGenericAlert) {
 TEST(RawFileScan, ADeviceThatCannotBeOpenedInvalidatesTheProgressTimer) {
   RawFileSearch search("Ja");
   search.medium.open_error = ENOENT;
-  EXPECT_FALSE(search.timer_survives(
-      [&] { EXPECT_FALSE(search.run(Pass::general, table_of({jpeg()}))); }));
+  EXPECT_FALSE(
+      search.timer_survives([&] { EXPECT_FALSE(search.run(Pass::general, table_of({jpeg()}))); }));
 }
 
 TEST(RawFileScan, EachSearchTypeHasAFolderOfItsOwn) {

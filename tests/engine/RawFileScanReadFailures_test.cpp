@@ -14,9 +14,9 @@ TEST(RawFileScan, AfterTheFirstUnreadableSectorTheDeviceIsOneSectorBehind) {
 }
 
 TEST(RawFileScan, AFurtherUnreadableSectorCostsOneRepetitionInEveryOpenFile) {
-  expect_carved({.drawing = "JaxaxaaJ", .table = table_of({jpeg(), jfif()})},
-                {{"JPG/JPG00001.JPG", "0 1 1 1 3 3 5 6 6"},
-                 {"JFI/JFI00001.JFI", "0 1 1 1 3 3 5 6 6"}});
+  expect_carved(
+      {.drawing = "JaxaxaaJ", .table = table_of({jpeg(), jfif()})},
+      {{"JPG/JPG00001.JPG", "0 1 1 1 3 3 5 6 6"}, {"JFI/JFI00001.JFI", "0 1 1 1 3 3 5 6 6"}});
 }
 
 TEST(RawFileScan, RepeatedSectorsCountTowardsEachMaximum) {
@@ -25,10 +25,9 @@ TEST(RawFileScan, RepeatedSectorsCountTowardsEachMaximum) {
 }
 
 TEST(RawFileScan, AHeaderBeforeAnUnreadableSectorStartsAFileEachTimeItIsDealtWith) {
-  expect_carved({.drawing = "aJxaaa", .table = table_of({jpeg()})},
-                {{"JPG/JPG00001.JPG", "1 1"},
-                 {"JPG/JPG00002.JPG", "1 1"},
-                 {"JPG/JPG00003.JPG", "1 3 4 4"}});
+  expect_carved(
+      {.drawing = "aJxaaa", .table = table_of({jpeg()})},
+      {{"JPG/JPG00001.JPG", "1 1"}, {"JPG/JPG00002.JPG", "1 1"}, {"JPG/JPG00003.JPG", "1 3 4 4"}});
 }
 
 TEST(RawFileScan, AnUnreadableFirstSectorCountsAsZeros) {
@@ -64,13 +63,12 @@ TEST(RawFileScan, ASectorThatCanNeitherBeReadNorPositionedAtIsFillerThatFilesRec
 }
 
 TEST(RawFileScan, ZerosAreSearchedOnceTheFillerIsAnotherSector) {
-  expect_carved({.drawing = "aJxzaa",
-                 .table = table_of({jpeg(), {u"NUL", no_limit, u"0000"}}),
-                 .prepare =
-                     [](RawFileSearch& search, std::uint64_t start) {
-                       search.medium.positions_refused.insert(start + 2);
-                     }},
-                {{"JPG/JPG00001.JPG", "1 1 1 z"}, {"NUL/NUL00001.NUL", "z 4 4"}});
+  expect_carved(
+      {.drawing = "aJxzaa",
+       .table = table_of({jpeg(), {u"NUL", no_limit, u"0000"}}),
+       .prepare = [](RawFileSearch& search,
+                     std::uint64_t start) { search.medium.positions_refused.insert(start + 2); }},
+      {{"JPG/JPG00001.JPG", "1 1 1 z"}, {"NUL/NUL00001.NUL", "z 4 4"}});
 }
 
 TEST(RawFileScan, TheThoroughPassComparesWithZerosAgain) {

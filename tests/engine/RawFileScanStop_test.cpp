@@ -28,8 +28,8 @@ TEST(RawFileScan, AStopKeepsWhatWasWrittenAndReportsAllOpenFilesInTheirOrder) {
                                      {"JFI/JFI00001.JFI", "1 2 3"},
                                      {"JPG/JPG00002.JPG", "3"},
                                      {"JFI/JFI00002.JFI", "3"}}));
-    EXPECT_EQ(search.reported(), (Paths{"JPG/JPG00001.JPG", "JFI/JFI00001.JFI",
-                                        "JPG/JPG00002.JPG", "JFI/JFI00002.JFI"}));
+    EXPECT_EQ(search.reported(), (Paths{"JPG/JPG00001.JPG", "JFI/JFI00001.JFI", "JPG/JPG00002.JPG",
+                                        "JFI/JFI00002.JFI"}));
     EXPECT_EQ(search.counted(u"JFI"), u"2");
     EXPECT_EQ(search.state.for_index, 4U);
     EXPECT_EQ(search.state.outcome, SearchOutcome::stopped);
@@ -124,15 +124,15 @@ TEST(RawFileScan, AStopInTheThoroughPassLeavesTheGeneralPassesFilesAlone) {
 
 TEST(RawFileScan, ANormalEndLeavesTheProgressTimerRunning) {
   RawFileSearch search("Ja");
-  EXPECT_TRUE(search.timer_survives(
-      [&] { EXPECT_TRUE(search.run(Pass::general, table_of({jpeg()}))); }));
+  EXPECT_TRUE(
+      search.timer_survives([&] { EXPECT_TRUE(search.run(Pass::general, table_of({jpeg()}))); }));
 }
 
 TEST(RawFileScan, AStopInvalidatesTheProgressTimer) {
   RawFileSearch search("JJaa");
   stop_at_first_report(search);
-  EXPECT_FALSE(search.timer_survives(
-      [&] { EXPECT_FALSE(search.run(Pass::general, table_of({jpeg()}))); }));
+  EXPECT_FALSE(
+      search.timer_survives([&] { EXPECT_FALSE(search.run(Pass::general, table_of({jpeg()}))); }));
 }
 
 }  // namespace

@@ -29,8 +29,7 @@ bool RawFileSearch::run(Pass pass, const SignatureTable& table, std::size_t bloc
   return RawFileScan(context(), pass, table, block_sectors).Raw_File_Recovey_Mode();
 }
 
-SignatureTable cut_off(const std::vector<TypeRow>& rows, const TypeRow& last,
-                       std::size_t entries) {
+SignatureTable cut_off(const std::vector<TypeRow>& rows, const TypeRow& last, std::size_t entries) {
   SignatureTable table = table_of(rows);
   const SignatureTable broken = table_of({last});
   table.insert(table.end(), broken.begin(), broken.begin() + static_cast<std::ptrdiff_t>(entries));

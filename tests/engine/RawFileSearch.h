@@ -28,7 +28,9 @@ inline constexpr std::size_t general_file_set_up_entries = 13;
 inline constexpr std::size_t thorough_file_set_up_entries = 10;
 
 // A longer header for what a Card draws as J: jpeg()'s and this one go together.
-inline TypeRow jfif(const Text& maximum = no_limit) { return {u"JFI", maximum, u"FFD8FFE0"}; }
+inline TypeRow jfif(const Text& maximum = no_limit) {
+  return {u"JFI", maximum, u"FFD8FFE0"};
+}
 
 // `rows` and the first `entries` entries of one more record.
 SignatureTable cut_off(const std::vector<TypeRow>& rows, const TypeRow& last, std::size_t entries);

@@ -45,11 +45,10 @@ TEST(FoundFilesTable, AFileRaisesTheCountOfItsRowAndStandsThere) {
   FoundFilesTable table;
   add_types(table, {u"AVI", u"MOV", u"MP4"});
   table.count_file("/d/MOV/MOV00001.MOV", u"MOV00001.MOV");
-  EXPECT_EQ(table.row(1), (FoundFilesRow{u"MOV", u"1", u"MOV00001.MOV", "/d/MOV/MOV00001.MOV",
-                                         u"MOV"}));
-  table.count_file("/d/MOV/MOV00002.MOV", u"second");
   EXPECT_EQ(table.row(1),
-            (FoundFilesRow{u"MOV", u"2", u"second", "/d/MOV/MOV00002.MOV", u"MOV"}));
+            (FoundFilesRow{u"MOV", u"1", u"MOV00001.MOV", "/d/MOV/MOV00001.MOV", u"MOV"}));
+  table.count_file("/d/MOV/MOV00002.MOV", u"second");
+  EXPECT_EQ(table.row(1), (FoundFilesRow{u"MOV", u"2", u"second", "/d/MOV/MOV00002.MOV", u"MOV"}));
   EXPECT_EQ(table.row(0), (FoundFilesRow{u"AVI", u"0", u"", {}, u"AVI"}));
   EXPECT_EQ(table.row(2), (FoundFilesRow{u"MP4", u"0", u"", {}, u"MP4"}));
   EXPECT_EQ(table.NoOfFile(u"MOV"), 2U);
@@ -147,11 +146,18 @@ TEST(FoundFilesTable, MayBeReadWhileFilesAreCounted) {
 }
 
 TEST(ExtensionOf, IsWhatFollowsTheLastFullStopOfTheLastComponent) {
-  const std::vector<std::pair<const char*, Text>> cases{
-      {"/d/a.MOV", u"MOV"},    {"/d/a.b.MOV", u"MOV"}, {"a.MOV", u"MOV"}, {"/d.x/a", u""},
-      {"/d/a", u""},           {"/d/a.", u""},         {"", u""},         {"/d/.MOV", u"MOV"},
-      {"/d/a.MOV\n", u"MOV"},  {" /d/a.MOV  ", u"MOV"}, {"/d/a. MOV", u" MOV"},
-      {"/d/a.\xC3\x84", u"\u00C4"}};
+  const std::vector<std::pair<const char*, Text>> cases{{"/d/a.MOV", u"MOV"},
+                                                        {"/d/a.b.MOV", u"MOV"},
+                                                        {"a.MOV", u"MOV"},
+                                                        {"/d.x/a", u""},
+                                                        {"/d/a", u""},
+                                                        {"/d/a.", u""},
+                                                        {"", u""},
+                                                        {"/d/.MOV", u"MOV"},
+                                                        {"/d/a.MOV\n", u"MOV"},
+                                                        {" /d/a.MOV  ", u"MOV"},
+                                                        {"/d/a. MOV", u" MOV"},
+                                                        {"/d/a.\xC3\x84", u"\u00C4"}};
   for (const auto& [path, extension] : cases) EXPECT_EQ(extension_of(path), extension) << path;
 }
 

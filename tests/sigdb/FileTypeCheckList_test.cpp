@@ -78,8 +78,7 @@ TEST(FileTypeCheckList, AShorterExtensionStandsBeforeALongerOneThatBeginsWithIt)
 }
 
 TEST(FileTypeCheckList, ExtensionsThatDifferInCaseAreTwoRowsBesideEachOther) {
-  const Extensions rows =
-      extensions(list_of(table_of_types({u"jpg", u"PNG", u"JPG", u"bmp"}), {}));
+  const Extensions rows = extensions(list_of(table_of_types({u"jpg", u"PNG", u"JPG", u"bmp"}), {}));
   ASSERT_EQ(rows.size(), 4U);
   EXPECT_EQ(rows[0], u"bmp");
   EXPECT_TRUE(rows[1] != rows[2] && (rows[1] == u"jpg" || rows[1] == u"JPG") &&
@@ -97,8 +96,8 @@ TEST(FileTypeCheckList, EmptyTablesGiveAnEmptyListInWhichNothingIsSelected) {
 TEST(FileTypeCheckList, AnIncompleteRecordAtATablesEndHasNoRow) {
   SignatureTable general = table_of_types({u"MOV"});
   SignatureTable thorough = table_of_types({u"AVI"});
-  for (const Text& entry : {Text(u"TS"), Text(u"1"), Text(u"47"), Text(u"1"), Text(u"?"),
-                            Text(u"six entries")}) {
+  for (const Text& entry :
+       {Text(u"TS"), Text(u"1"), Text(u"47"), Text(u"1"), Text(u"?"), Text(u"six entries")}) {
     general.push_back(entry);
     EXPECT_EQ(extensions(list_of(general, thorough)), (Extensions{u"AVI", u"MOV"}));
   }

@@ -1,4 +1,5 @@
-// One stand-in for every kind of bad drive: unreadable sectors, short, pulled in the middle, sparse.
+// One stand-in for every kind of bad drive: unreadable sectors, short, pulled in the middle,
+// sparse.
 #pragma once
 
 #include <cstdint>

@@ -17,12 +17,27 @@
 
 namespace norvo::test {
 
-struct MessageBox { Text text; bool operator==(const MessageBox&) const = default; };
-struct PermissionAlert { int error; bool operator==(const PermissionAlert&) const = default; };
-struct GenericAlert { int error; bool operator==(const GenericAlert&) const = default; };
-struct FinalScreenPosted { bool operator==(const FinalScreenPosted&) const = default; };
-struct SaveInfoRun { bool operator==(const SaveInfoRun&) const = default; };
-struct SaveInfoClosed { bool operator==(const SaveInfoClosed&) const = default; };
+struct MessageBox {
+  Text text;
+  bool operator==(const MessageBox&) const = default;
+};
+struct PermissionAlert {
+  int error;
+  bool operator==(const PermissionAlert&) const = default;
+};
+struct GenericAlert {
+  int error;
+  bool operator==(const GenericAlert&) const = default;
+};
+struct FinalScreenPosted {
+  bool operator==(const FinalScreenPosted&) const = default;
+};
+struct SaveInfoRun {
+  bool operator==(const SaveInfoRun&) const = default;
+};
+struct SaveInfoClosed {
+  bool operator==(const SaveInfoClosed&) const = default;
+};
 struct Pause {
   std::chrono::milliseconds duration;
   bool operator==(const Pause&) const = default;
@@ -33,12 +48,16 @@ struct Report {
   Text uid;
   bool operator==(const Report&) const = default;
 };
-struct ImagesEmptied { bool operator==(const ImagesEmptied&) const = default; };
-struct CountReset { bool operator==(const CountReset&) const = default; };
+struct ImagesEmptied {
+  bool operator==(const ImagesEmptied&) const = default;
+};
+struct CountReset {
+  bool operator==(const CountReset&) const = default;
+};
 
-using Recorded = std::variant<ScanOperation, MessageBox, PermissionAlert, GenericAlert,
-                              FinalScreenPosted, SaveInfoRun, SaveInfoClosed, Pause, Report,
-                              ImagesEmptied, CountReset>;
+using Recorded =
+    std::variant<ScanOperation, MessageBox, PermissionAlert, GenericAlert, FinalScreenPosted,
+                 SaveInfoRun, SaveInfoClosed, Pause, Report, ImagesEmptied, CountReset>;
 
 // Both sinks write into one list, so that their order among each other is seen.
 class Recorder final : public ScanOperations, public ScanResults {

@@ -20,8 +20,7 @@ class LoginSleepGuard final : public SleepGuard {
         QStringLiteral("org.freedesktop.login1"), QStringLiteral("/org/freedesktop/login1"),
         QStringLiteral("org.freedesktop.login1.Manager"), QStringLiteral("Inhibit"));
     call << QStringLiteral("sleep:idle") << QStringLiteral("Norvo Recovery")
-         << QStringLiteral("A drive is being searched for lost files")
-         << QStringLiteral("block");
+         << QStringLiteral("A drive is being searched for lost files") << QStringLiteral("block");
     // The window must not wait long for a bus that does not answer.
     constexpr int patience = 1000;  // milliseconds
     const QDBusReply<QDBusUnixFileDescriptor> reply =
