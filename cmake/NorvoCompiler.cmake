@@ -63,6 +63,7 @@ if(NORVO_CCACHE)
   # tree are taken as relative, so that a second clone finds what the first one compiled; the mapped
   # prefix keeps the first one's folder out of what the debugger and messages show.
   file(RELATIVE_PATH NORVO_UP "${CMAKE_BINARY_DIR}" "${PROJECT_SOURCE_DIR}")
+  string(REGEX REPLACE "/$" "" NORVO_UP "${NORVO_UP}")
   set(CMAKE_CXX_COMPILER_LAUNCHER
       "${CMAKE_COMMAND}" -E env CCACHE_SLOPPINESS=pch_defines,time_macros
       "CCACHE_BASEDIR=${PROJECT_SOURCE_DIR}" CCACHE_NOHASHDIR=1 "${NORVO_CCACHE}")

@@ -4,7 +4,7 @@
     run_clang_tidy.py BUILD_FOLDER [SOURCE...]
 
 BUILD_FOLDER holds compile_commands.json; without sources, all of src/ that it compiles are looked
-at, some of a folder at a time: what they include is read and looked at once, which is most of the
+at, some of a library at a time: what they include is read and looked at once, which is most of the
 work. Sources without findings are not looked at again until one, a header or the checks change.
 Ends with 1 on a finding and with 77 when clang-tidy is not there.
 """
@@ -61,12 +61,17 @@ def options_of(entry: dict[str, str]) -> list[str]:
     return [word for word in words[:output] + words[output + 2:] if word not in ('-c', entry['file'])]
 
 
+def library_of(entry: dict[str, str]) -> str:
+    """What the source becomes a part of; names in it do not clash."""
+    words = shlex.split(entry['command'])
+    return words[words.index('-o') + 1].partition('.dir/')[0]
+
+
 def grouped(entries: list[dict[str, str]]) -> list[list[dict[str, str]]]:
-    """Sources of one folder that are compiled alike, GROUP of them at most."""
+    """Sources of one library that are compiled alike, GROUP of them at most."""
     alike: dict[tuple[str, ...], list[dict[str, str]]] = {}
     for entry in entries:
-        key = (str(Path(entry['file']).parent), *options_of(entry))
-        alike.setdefault(key, []).append(entry)
+        alike.setdefault((library_of(entry), *options_of(entry)), []).append(entry)
     return [same[at:at + GROUP] for same in alike.values() for at in range(0, len(same), GROUP)]
 
 

@@ -32,6 +32,7 @@ SearchOutcome TerminalSession::run(MyTableController& controller, const ScanRequ
     const std::lock_guard lock(line_mutex_);
     if (shown_width_ != 0) output_.err << '\n' << std::flush;
     shown_width_ = 0;
+    progress_ended_ = true;
   }
   if (output_.json) events_.final(outcome);
   return outcome;
@@ -102,6 +103,8 @@ void TerminalSession::show_progress(const Text& label) {
   if (!output_.progress) return;
   const std::string line = utf8_from_text(label);
   const std::lock_guard lock(line_mutex_);
+  // The timer goes on while the summary is written, which takes long where nobody reads it.
+  if (progress_ended_) return;
   if (output_.rewrites_line) {
     const std::size_t width = line.size();
     output_.err << '\r' << line << std::string(shown_width_ > width ? shown_width_ - width : 0, ' ')

@@ -30,7 +30,8 @@ class TerminalSession final : public ScanOperations, public ReportListener {
   explicit TerminalSession(const TerminalOutput& output) : output_(output), events_(output.out) {}
 
   // Runs a search of `controller` to its end and returns how it ended. `report`, unless it is null,
-  // tells of every file, and is ended. Main thread.
+  // tells of every file, and is ended. Nothing of the progress is written after it. Once; main
+  // thread.
   SearchOutcome run(MyTableController& controller, const ScanRequest& request,
                     RecoveryReport* report = nullptr);
 
@@ -65,6 +66,7 @@ class TerminalSession final : public ScanOperations, public ReportListener {
   std::mutex line_mutex_;  // guards the progress line and `err`
   std::string shown_label_;
   std::size_t shown_width_ = 0;
+  bool progress_ended_ = false;  // what comes after it is the summary
 
   std::atomic<bool> final_screen_posted_{false};
 };
