@@ -2,10 +2,8 @@
 
 #include <fcntl.h>
 #include <signal.h>
-#include <sys/socket.h>
 #include <sys/wait.h>
 
-#include <cerrno>
 #include <string>
 #include <utility>
 
@@ -38,10 +36,8 @@ DecoderProcess::DecoderProcess(DecoderProcess&& other) noexcept
       pid_(std::exchange(other.pid_, -1)),
       socket_(std::move(other.socket_)),
       request_(std::move(other.request_)),
-      message_(other.message_),
-      answer_(other.answer_),
-      pixels_(std::move(other.pixels_)),
-      received_(other.received_) {
+      receiver_(std::move(other.receiver_)),
+      answer_(other.answer_) {
 }
 
 DecoderProcess::~DecoderProcess() {
@@ -52,42 +48,35 @@ DecoderProcess::~DecoderProcess() {
 bool DecoderProcess::send(const DecoderRequest& request, int file) {
   request_ = request;
   answer_.reset();
-  pixels_.clear();
-  received_ = 0;
+  receiver_.start_anew();
   const DecoderMessage message = encode(request);
   return send_with_descriptor(socket_.get(), message, file);
 }
 
 DecoderProcess::Progress DecoderProcess::receive() {
-  while (true) {
-    std::byte* const place =
-        answer_ ? reinterpret_cast<std::byte*>(pixels_.data()) : message_.data();
-    const std::size_t wanted = answer_ ? picture_bytes(*answer_) : message_.size();
-    if (received_ == wanted) {
-      return is_premultiplied(pixels_) ? Progress::answered : Progress::bad_answer;
-    }
-    const ssize_t got = recv(socket_.get(), place + received_, wanted - received_, MSG_DONTWAIT);
-    if (got < 0 && errno == EINTR) continue;
-    if (got < 0 && (errno == EAGAIN || errno == EWOULDBLOCK)) return Progress::waiting;
-    if (got <= 0) return Progress::ended;
-    if (take_in(static_cast<std::size_t>(got)) == Progress::bad_answer) return Progress::bad_answer;
+  const auto take = [this](std::span<const std::byte> message) { return take_in(message); };
+  switch (receiver_.receive(socket_.get(), take)) {
+    case PixelReceiver::Progress::waiting:
+      return Progress::waiting;
+    case PixelReceiver::Progress::complete:
+      return is_premultiplied(receiver_.pixels()) ? Progress::answered : Progress::bad_answer;
+    case PixelReceiver::Progress::refused:
+      return Progress::bad_answer;
+    case PixelReceiver::Progress::ended:
+      break;
   }
+  return Progress::ended;
 }
 
-// The size is checked before room is made for the pixels.
-DecoderProcess::Progress DecoderProcess::take_in(std::size_t bytes) {
-  received_ += bytes;
-  if (answer_ || received_ < message_.size()) return Progress::waiting;
-  answer_ = decode_answer(message_);
-  if (!answer_ || !answers(*answer_, request_)) return Progress::bad_answer;
-  pixels_.resize(picture_bytes(*answer_) / sizeof(std::uint32_t));
-  received_ = 0;
-  return Progress::waiting;
+std::optional<std::size_t> DecoderProcess::take_in(std::span<const std::byte> message) {
+  answer_ = decode_answer(message);
+  if (!answer_ || !answers(*answer_, request_)) return std::nullopt;
+  return picture_bytes(*answer_) / sizeof(std::uint32_t);
 }
 
 std::optional<Picture> DecoderProcess::take_picture() {
-  if (pixels_.empty()) return std::nullopt;
-  return Picture{.size = answer_->size, .pixels = std::exchange(pixels_, {})};
+  if (receiver_.pixels().empty()) return std::nullopt;
+  return Picture{.size = answer_->size, .pixels = std::exchange(receiver_.pixels(), {})};
 }
 
 void DecoderProcess::kill() {

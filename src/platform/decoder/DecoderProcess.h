@@ -8,10 +8,11 @@
 #include <cstdint>
 #include <filesystem>
 #include <optional>
-#include <vector>
+#include <span>
 
 #include "platform/decoder/Background.h"
 #include "platform/decoder/DecoderProtocol.h"
+#include "platform/decoder/PixelReceiver.h"
 #include "util/UniqueFd.h"
 
 namespace norvo {
@@ -59,16 +60,14 @@ class DecoderProcess {
   bool has_ended();
 
  private:
-  Progress take_in(std::size_t bytes);
+  std::optional<std::size_t> take_in(std::span<const std::byte> message);
 
   DecoderRank rank_;
   pid_t pid_ = -1;
   UniqueFd socket_;
   DecoderRequest request_;
-  DecoderMessage message_{};
+  PixelReceiver receiver_{decoder_message_bytes};
   std::optional<DecoderAnswer> answer_;
-  std::vector<std::uint32_t> pixels_;
-  std::size_t received_ = 0;  // bytes of the message, then of the pixels
 };
 
 }  // namespace norvo

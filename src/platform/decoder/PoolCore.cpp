@@ -1,12 +1,11 @@
 #include "platform/decoder/PoolCore.h"
 
-#include <fcntl.h>
 #include <poll.h>
-#include <signal.h>
-#include <sys/stat.h>
 
 #include <algorithm>
 #include <utility>
+
+#include "platform/decoder/HelperInput.h"
 
 namespace norvo {
 namespace {
@@ -20,14 +19,6 @@ constexpr std::chrono::milliseconds patience_with_dying{1000};
 
 unsigned number_of_processes(unsigned wanted) {
   return wanted != 0 ? wanted : usual_processes(std::thread::hardware_concurrency());
-}
-
-// O_NONBLOCK: opening a pipe must not wait for its other end.
-UniqueFd open_regular_file(const std::filesystem::path& path) {
-  UniqueFd file(open(path.c_str(), O_RDONLY | O_NOFOLLOW | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
-  struct stat status {};
-  if (!file || fstat(file.get(), &status) != 0 || !S_ISREG(status.st_mode)) return {};
-  return file;
 }
 
 std::string extension_for_request(const std::filesystem::path& path) {
@@ -44,14 +35,6 @@ DecoderResult without_picture(DecoderFailure failure) {
   DecoderResult result;
   result.failure = failure;
   return result;
-}
-
-// A process that ended is noticed by its answer that does not come.
-void block_broken_pipe_signal() {
-  sigset_t signals;
-  sigemptyset(&signals);
-  sigaddset(&signals, SIGPIPE);
-  pthread_sigmask(SIG_BLOCK, &signals, nullptr);
 }
 
 }  // namespace

@@ -1,114 +1,83 @@
 #include <errno.h>
 #include <linux/sched.h>
 #include <malloc.h>
-#include <seccomp.h>
 #include <signal.h>
 #include <sys/mman.h>
 #include <sys/prctl.h>
-#include <sys/resource.h>
 #include <sys/syscall.h>
 #include <unistd.h>
 
-#include <initializer_list>
-#include <memory>
-
 #include "platform/decoder/Sandbox.h"
+#include "platform/linux/SyscallFilter.h"
 
 namespace norvo {
 namespace {
 
-using Filter = std::unique_ptr<void, decltype(&seccomp_release)>;
-
-bool limit(__rlimit_resource resource, rlim_t value) {
-  const rlimit both{.rlim_cur = value, .rlim_max = value};
-  return setrlimit(resource, &both) == 0;
-}
-
 bool set_limits(const SandboxLimits& limits) {
   // One descriptor arrives with each file.
   constexpr rlim_t descriptors = 8;
-  return limit(RLIMIT_AS, limits.memory) && limit(RLIMIT_CPU, limits.cpu_seconds) &&
-         limit(RLIMIT_CORE, 0) && limit(RLIMIT_FSIZE, 0) && limit(RLIMIT_NOFILE, descriptors);
-}
-
-bool allow(const Filter& filter, std::initializer_list<int> calls) {
-  for (const int call : calls) {
-    if (seccomp_rule_add(filter.get(), SCMP_ACT_ALLOW, call, 0) != 0) return false;
-  }
-  return true;
-}
-
-bool allow_where(const Filter& filter, int call, const scmp_arg_cmp& condition) {
-  return seccomp_rule_add_array(filter.get(), SCMP_ACT_ALLOW, call, 1, &condition) == 0;
-}
-
-bool refuse(const Filter& filter, int error, std::initializer_list<int> calls) {
-  for (const int call : calls) {
-    const auto action = SCMP_ACT_ERRNO(static_cast<std::uint32_t>(error));
-    if (seccomp_rule_add(filter.get(), action, call, 0) != 0) return false;
-  }
-  return true;
+  return limit_for_good(RLIMIT_AS, limits.memory) &&
+         limit_for_good(RLIMIT_CPU, limits.cpu_seconds) && limit_for_good(RLIMIT_CORE, 0) &&
+         limit_for_good(RLIMIT_FSIZE, 0) && limit_for_good(RLIMIT_NOFILE, descriptors);
 }
 
 // What the libraries need to compute on memory and threads.
-bool allow_computing(const Filter& filter) {
-  return allow(filter, {SCMP_SYS(read),
-                        SCMP_SYS(pread64),
-                        SCMP_SYS(lseek),
-                        SCMP_SYS(close),
-                        SCMP_SYS(fstat),
-                        SCMP_SYS(munmap),
-                        SCMP_SYS(mremap),
-                        SCMP_SYS(madvise),
-                        SCMP_SYS(brk),
-                        SCMP_SYS(futex),
-                        SCMP_SYS(exit),
-                        SCMP_SYS(exit_group),
-                        SCMP_SYS(rt_sigreturn),
-                        SCMP_SYS(rt_sigprocmask),
-                        SCMP_SYS(rt_sigaction),
-                        SCMP_SYS(getrandom),
-                        SCMP_SYS(clock_gettime),
-                        SCMP_SYS(gettid),
-                        SCMP_SYS(getpid),
-                        SCMP_SYS(sched_yield),
-                        SCMP_SYS(sched_getaffinity),
-                        SCMP_SYS(set_robust_list),
-                        SCMP_SYS(rseq),
-                        SCMP_SYS(sysinfo),
-                        SCMP_SYS(eventfd2),
-                        SCMP_SYS(poll),
-                        SCMP_SYS(ppoll)});
+bool allow_computing(const SyscallFilter& filter) {
+  return filter.allow({SCMP_SYS(read),
+                       SCMP_SYS(pread64),
+                       SCMP_SYS(lseek),
+                       SCMP_SYS(close),
+                       SCMP_SYS(fstat),
+                       SCMP_SYS(munmap),
+                       SCMP_SYS(mremap),
+                       SCMP_SYS(madvise),
+                       SCMP_SYS(brk),
+                       SCMP_SYS(futex),
+                       SCMP_SYS(exit),
+                       SCMP_SYS(exit_group),
+                       SCMP_SYS(rt_sigreturn),
+                       SCMP_SYS(rt_sigprocmask),
+                       SCMP_SYS(rt_sigaction),
+                       SCMP_SYS(getrandom),
+                       SCMP_SYS(clock_gettime),
+                       SCMP_SYS(gettid),
+                       SCMP_SYS(getpid),
+                       SCMP_SYS(sched_yield),
+                       SCMP_SYS(sched_getaffinity),
+                       SCMP_SYS(set_robust_list),
+                       SCMP_SYS(rseq),
+                       SCMP_SYS(sysinfo),
+                       SCMP_SYS(eventfd2),
+                       SCMP_SYS(poll),
+                       SCMP_SYS(ppoll)});
 }
 
 // Calls that are harmless with some arguments only.
-bool allow_with_arguments(const Filter& filter) {
+bool allow_with_arguments(const SyscallFilter& filter) {
   const auto no_code = [](unsigned argument) {
     return scmp_arg_cmp{argument, SCMP_CMP_MASKED_EQ, PROT_EXEC, 0};
   };
-  return allow_where(filter, SCMP_SYS(mmap), no_code(2)) &&
-         allow_where(filter, SCMP_SYS(mprotect), no_code(2)) &&
-         allow_where(filter, SCMP_SYS(write), {0, SCMP_CMP_LE, STDERR_FILENO, 0}) &&
-         allow_where(filter, SCMP_SYS(recvmsg), {0, SCMP_CMP_EQ, STDIN_FILENO, 0}) &&
-         allow_where(filter, SCMP_SYS(clone),
-                     {0, SCMP_CMP_MASKED_EQ, CLONE_THREAD, CLONE_THREAD}) &&
-         allow_where(filter, SCMP_SYS(prctl), {0, SCMP_CMP_EQ, PR_SET_NAME, 0});
+  return filter.allow_where(SCMP_SYS(mmap), no_code(2)) &&
+         filter.allow_where(SCMP_SYS(mprotect), no_code(2)) &&
+         filter.allow_where(SCMP_SYS(write), {0, SCMP_CMP_LE, STDERR_FILENO, 0}) &&
+         filter.allow_where(SCMP_SYS(recvmsg), {0, SCMP_CMP_EQ, STDIN_FILENO, 0}) &&
+         filter.allow_where(SCMP_SYS(clone), {0, SCMP_CMP_MASKED_EQ, CLONE_THREAD, CLONE_THREAD}) &&
+         filter.allow_where(SCMP_SYS(prctl), {0, SCMP_CMP_EQ, PR_SET_NAME, 0});
 }
 
 // Libraries try these and go on without; clone3 hides its flags from a filter, so that threads must
 // be started by clone.
-bool refuse_the_tried(const Filter& filter) {
-  return refuse(filter, EACCES,
-                {SCMP_SYS(openat), SCMP_SYS(open), SCMP_SYS(newfstatat), SCMP_SYS(statx),
-                 SCMP_SYS(access), SCMP_SYS(readlink), SCMP_SYS(ioctl), SCMP_SYS(prlimit64)}) &&
-         refuse(filter, ENOSYS, {SCMP_SYS(clone3)});
+bool refuse_the_tried(const SyscallFilter& filter) {
+  return filter.refuse(EACCES, {SCMP_SYS(openat), SCMP_SYS(open), SCMP_SYS(newfstatat),
+                                SCMP_SYS(statx), SCMP_SYS(access), SCMP_SYS(readlink),
+                                SCMP_SYS(ioctl), SCMP_SYS(prlimit64)}) &&
+         filter.refuse(ENOSYS, {SCMP_SYS(clone3)});
 }
 
-// A call of another architecture, too, ends the process: that is the filter's own default.
 bool install_filter() {
-  const Filter filter(seccomp_init(SCMP_ACT_KILL_PROCESS), &seccomp_release);
+  const SyscallFilter filter(SCMP_ACT_KILL_PROCESS);
   return filter && allow_computing(filter) && allow_with_arguments(filter) &&
-         refuse_the_tried(filter) && seccomp_load(filter.get()) == 0;
+         refuse_the_tried(filter) && filter.install();
 }
 
 }  // namespace

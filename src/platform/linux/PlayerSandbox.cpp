@@ -6,41 +6,32 @@
 #include <linux/fsverity.h>
 #include <linux/landlock.h>
 #include <linux/sched.h>
-#include <seccomp.h>
 #include <signal.h>
 #include <sys/ioctl.h>
 #include <sys/prctl.h>
-#include <sys/resource.h>
 #include <sys/socket.h>
 #include <sys/syscall.h>
 #include <unistd.h>
 
 #include <cstdint>
 #include <initializer_list>
-#include <memory>
 
+#include "platform/linux/SyscallFilter.h"
 #include "util/UniqueFd.h"
 
 namespace norvo {
 namespace {
 
-using Filter = std::unique_ptr<void, decltype(&seccomp_release)>;
-
 constexpr std::uint64_t reading = LANDLOCK_ACCESS_FS_READ_FILE | LANDLOCK_ACCESS_FS_READ_DIR;
 // All that the first version of the interface knows.
 constexpr std::uint64_t all_file_rights = (LANDLOCK_ACCESS_FS_MAKE_SYM << 1U) - 1;
-
-bool limit(__rlimit_resource resource, rlim_t value) {
-  const rlimit both{.rlim_cur = value, .rlim_max = value};
-  return setrlimit(resource, &both) == 0;
-}
 
 bool set_limits() {
   constexpr rlim_t memory = rlim_t{6} << 30U;  // of address space, which threads reserve freely
   constexpr rlim_t cpu_seconds = rlim_t{4} * 3600;
   constexpr rlim_t descriptors = 256;
-  return limit(RLIMIT_AS, memory) && limit(RLIMIT_CPU, cpu_seconds) && limit(RLIMIT_CORE, 0) &&
-         limit(RLIMIT_NOFILE, descriptors);
+  return limit_for_good(RLIMIT_AS, memory) && limit_for_good(RLIMIT_CPU, cpu_seconds) &&
+         limit_for_good(RLIMIT_CORE, 0) && limit_for_good(RLIMIT_NOFILE, descriptors);
 }
 
 // A folder that is not there needs no rule.
@@ -72,97 +63,90 @@ constexpr int setxattrat_call = 463;
 constexpr int removexattrat_call = 466;
 constexpr int file_setattr_call = 469;
 
-bool refuse(const Filter& filter, std::initializer_list<int> calls) {
-  for (const int call : calls) {
-    if (seccomp_rule_add(filter.get(), SCMP_ACT_ERRNO(EACCES), call, 0) != 0) return false;
-  }
-  return true;
-}
-
-bool refuse_where(const Filter& filter, int call, const scmp_arg_cmp& condition) {
-  return seccomp_rule_add_array(filter.get(), SCMP_ACT_ERRNO(EACCES), call, 1, &condition) == 0;
-}
-
 // The kernel looks at the lower half of such an argument only, so the filter must not look at more.
-bool refuse_requests(const Filter& filter, int call,
+bool refuse_requests(const SyscallFilter& filter, int call,
                      std::initializer_list<std::uint32_t> requests) {
   for (const std::uint32_t request : requests) {
-    if (!refuse_where(filter, call, {1, SCMP_CMP_MASKED_EQ, 0xFFFFFFFF, request})) return false;
+    const scmp_arg_cmp asked{1, SCMP_CMP_MASKED_EQ, 0xFFFFFFFF, request};
+    if (!filter.refuse_where(EACCES, call, asked)) return false;
   }
   return true;
 }
 
-bool refuse_programs(const Filter& filter) {
-  return refuse(filter, {SCMP_SYS(execve), SCMP_SYS(execveat), SCMP_SYS(fork), SCMP_SYS(vfork)}) &&
-         refuse_where(filter, SCMP_SYS(clone), {0, SCMP_CMP_MASKED_EQ, CLONE_THREAD, 0}) &&
+bool refuse_programs(const SyscallFilter& filter) {
+  return filter.refuse(EACCES,
+                       {SCMP_SYS(execve), SCMP_SYS(execveat), SCMP_SYS(fork), SCMP_SYS(vfork)}) &&
+         filter.refuse_where(EACCES, SCMP_SYS(clone), {0, SCMP_CMP_MASKED_EQ, CLONE_THREAD, 0}) &&
          // Its flags lie in memory, where a filter cannot look: threads are started by clone.
-         seccomp_rule_add(filter.get(), SCMP_ACT_ERRNO(ENOSYS), SCMP_SYS(clone3), 0) == 0;
+         filter.refuse(ENOSYS, {SCMP_SYS(clone3)});
 }
 
-bool refuse_system(const Filter& filter) {
-  return refuse(filter, {SCMP_SYS(mount), SCMP_SYS(umount2), SCMP_SYS(pivot_root), SCMP_SYS(chroot),
-                         SCMP_SYS(setns), SCMP_SYS(unshare), SCMP_SYS(bpf), SCMP_SYS(keyctl),
-                         SCMP_SYS(add_key), SCMP_SYS(request_key), SCMP_SYS(perf_event_open),
-                         SCMP_SYS(userfaultfd), SCMP_SYS(io_uring_setup)});
+bool refuse_system(const SyscallFilter& filter) {
+  return filter.refuse(
+      EACCES,
+      {SCMP_SYS(mount), SCMP_SYS(umount2), SCMP_SYS(pivot_root), SCMP_SYS(chroot), SCMP_SYS(setns),
+       SCMP_SYS(unshare), SCMP_SYS(bpf), SCMP_SYS(keyctl), SCMP_SYS(add_key), SCMP_SYS(request_key),
+       SCMP_SYS(perf_event_open), SCMP_SYS(userfaultfd), SCMP_SYS(io_uring_setup)});
 }
 
 // Memory, limits and rank of other processes, and what processes share by a number. A thread of its
 // own that wants another rank does without.
-bool refuse_other_processes(const Filter& filter) {
-  return refuse(filter, {SCMP_SYS(ptrace),
-                         SCMP_SYS(process_vm_readv),
-                         SCMP_SYS(process_vm_writev),
-                         SCMP_SYS(process_madvise),
-                         SCMP_SYS(process_mrelease),
-                         SCMP_SYS(pidfd_getfd),
-                         SCMP_SYS(pidfd_open),
-                         SCMP_SYS(kcmp),
-                         SCMP_SYS(migrate_pages),
-                         SCMP_SYS(move_pages),
-                         SCMP_SYS(setpriority),
-                         SCMP_SYS(ioprio_set),
-                         SCMP_SYS(sched_setaffinity),
-                         SCMP_SYS(sched_setscheduler),
-                         SCMP_SYS(sched_setparam),
-                         SCMP_SYS(sched_setattr),
-                         SCMP_SYS(shmget),
-                         SCMP_SYS(shmat),
-                         SCMP_SYS(shmctl),
-                         SCMP_SYS(msgget),
-                         SCMP_SYS(msgsnd),
-                         SCMP_SYS(msgrcv),
-                         SCMP_SYS(msgctl),
-                         SCMP_SYS(semget),
-                         SCMP_SYS(semop),
-                         SCMP_SYS(semtimedop),
-                         SCMP_SYS(semctl),
-                         SCMP_SYS(mq_open),
-                         SCMP_SYS(mq_unlink)}) &&
-         refuse_where(filter, SCMP_SYS(prlimit64), {0, SCMP_CMP_NE, 0, 0});
+bool refuse_other_processes(const SyscallFilter& filter) {
+  return filter.refuse(EACCES, {SCMP_SYS(ptrace),
+                                SCMP_SYS(process_vm_readv),
+                                SCMP_SYS(process_vm_writev),
+                                SCMP_SYS(process_madvise),
+                                SCMP_SYS(process_mrelease),
+                                SCMP_SYS(pidfd_getfd),
+                                SCMP_SYS(pidfd_open),
+                                SCMP_SYS(kcmp),
+                                SCMP_SYS(migrate_pages),
+                                SCMP_SYS(move_pages),
+                                SCMP_SYS(setpriority),
+                                SCMP_SYS(ioprio_set),
+                                SCMP_SYS(sched_setaffinity),
+                                SCMP_SYS(sched_setscheduler),
+                                SCMP_SYS(sched_setparam),
+                                SCMP_SYS(sched_setattr),
+                                SCMP_SYS(shmget),
+                                SCMP_SYS(shmat),
+                                SCMP_SYS(shmctl),
+                                SCMP_SYS(msgget),
+                                SCMP_SYS(msgsnd),
+                                SCMP_SYS(msgrcv),
+                                SCMP_SYS(msgctl),
+                                SCMP_SYS(semget),
+                                SCMP_SYS(semop),
+                                SCMP_SYS(semtimedop),
+                                SCMP_SYS(semctl),
+                                SCMP_SYS(mq_open),
+                                SCMP_SYS(mq_unlink)}) &&
+         filter.refuse_where(EACCES, SCMP_SYS(prlimit64), {0, SCMP_CMP_NE, 0, 0});
 }
 
 // To others; by way of a descriptor, too, whose owner the kernel sends a signal of one's choice.
-bool refuse_signals(const Filter& filter) {
+bool refuse_signals(const SyscallFilter& filter) {
   const scmp_arg_cmp to_others{0, SCMP_CMP_NE, static_cast<scmp_datum_t>(getpid()), 0};
-  return refuse(filter, {SCMP_SYS(kill), SCMP_SYS(tkill), SCMP_SYS(rt_sigqueueinfo),
-                         SCMP_SYS(pidfd_send_signal)}) &&
-         refuse_where(filter, SCMP_SYS(tgkill), to_others) &&
-         refuse_where(filter, SCMP_SYS(rt_tgsigqueueinfo), to_others) &&
+  return filter.refuse(EACCES, {SCMP_SYS(kill), SCMP_SYS(tkill), SCMP_SYS(rt_sigqueueinfo),
+                                SCMP_SYS(pidfd_send_signal)}) &&
+         filter.refuse_where(EACCES, SCMP_SYS(tgkill), to_others) &&
+         filter.refuse_where(EACCES, SCMP_SYS(rt_tgsigqueueinfo), to_others) &&
          refuse_requests(filter, SCMP_SYS(fcntl), {F_SETOWN, F_SETOWN_EX, F_SETSIG}) &&
          refuse_requests(filter, SCMP_SYS(ioctl), {FIOSETOWN, SIOCSPGRP});
 }
 
 // What can be changed of a file without a descriptor for writing: through the movie's own, which is
 // for reading, as well.
-bool refuse_changes_of_files(const Filter& filter) {
-  return refuse(filter, {SCMP_SYS(chmod),        SCMP_SYS(fchmod),      SCMP_SYS(fchmodat),
-                         fchmodat2_call,         SCMP_SYS(chown),       SCMP_SYS(fchown),
-                         SCMP_SYS(lchown),       SCMP_SYS(fchownat),    SCMP_SYS(truncate),
-                         SCMP_SYS(setxattr),     SCMP_SYS(fsetxattr),   SCMP_SYS(lsetxattr),
-                         setxattrat_call,        SCMP_SYS(removexattr), SCMP_SYS(fremovexattr),
-                         SCMP_SYS(lremovexattr), removexattrat_call,    SCMP_SYS(utime),
-                         SCMP_SYS(utimes),       SCMP_SYS(futimesat),   SCMP_SYS(utimensat),
-                         file_setattr_call}) &&
+bool refuse_changes_of_files(const SyscallFilter& filter) {
+  return filter.refuse(EACCES,
+                       {SCMP_SYS(chmod),        SCMP_SYS(fchmod),      SCMP_SYS(fchmodat),
+                        fchmodat2_call,         SCMP_SYS(chown),       SCMP_SYS(fchown),
+                        SCMP_SYS(lchown),       SCMP_SYS(fchownat),    SCMP_SYS(truncate),
+                        SCMP_SYS(setxattr),     SCMP_SYS(fsetxattr),   SCMP_SYS(lsetxattr),
+                        setxattrat_call,        SCMP_SYS(removexattr), SCMP_SYS(fremovexattr),
+                        SCMP_SYS(lremovexattr), removexattrat_call,    SCMP_SYS(utime),
+                        SCMP_SYS(utimes),       SCMP_SYS(futimesat),   SCMP_SYS(utimensat),
+                        file_setattr_call}) &&
          refuse_requests(filter, SCMP_SYS(ioctl),
                          {static_cast<std::uint32_t>(FS_IOC_SETFLAGS),
                           static_cast<std::uint32_t>(FS_IOC32_SETFLAGS),
@@ -173,12 +157,12 @@ bool refuse_changes_of_files(const Filter& filter) {
 // The libraries need too many calls for a list of the allowed ones; these are the ones that would
 // lead out of the process.
 bool install_filter() {
-  const Filter filter(seccomp_init(SCMP_ACT_ALLOW), &seccomp_release);
+  const SyscallFilter filter(SCMP_ACT_ALLOW);
   return filter && refuse_programs(filter) && refuse_system(filter) &&
          refuse_other_processes(filter) && refuse_signals(filter) &&
          refuse_changes_of_files(filter) &&
-         refuse_where(filter, SCMP_SYS(socket), {0, SCMP_CMP_NE, AF_UNIX, 0}) &&
-         seccomp_load(filter.get()) == 0;
+         filter.refuse_where(EACCES, SCMP_SYS(socket), {0, SCMP_CMP_NE, AF_UNIX, 0}) &&
+         filter.install();
 }
 
 }  // namespace
@@ -190,11 +174,12 @@ bool give_up_player_rights() {
 
 // A pair of sockets of one's own can send to any other by its name.
 bool give_up_new_connections() {
-  const Filter filter(seccomp_init(SCMP_ACT_ALLOW), &seccomp_release);
-  return filter && seccomp_attr_set(filter.get(), SCMP_FLTATR_CTL_TSYNC, 1) == 0 &&
-         refuse(filter, {SCMP_SYS(socket), SCMP_SYS(socketpair), SCMP_SYS(connect), SCMP_SYS(bind),
-                         SCMP_SYS(listen), SCMP_SYS(accept), SCMP_SYS(accept4)}) &&
-         seccomp_load(filter.get()) == 0;
+  const SyscallFilter filter(SCMP_ACT_ALLOW);
+  return filter &&
+         filter.refuse(EACCES,
+                       {SCMP_SYS(socket), SCMP_SYS(socketpair), SCMP_SYS(connect), SCMP_SYS(bind),
+                        SCMP_SYS(listen), SCMP_SYS(accept), SCMP_SYS(accept4)}) &&
+         filter.install_for_all_threads();
 }
 
 }  // namespace norvo

@@ -1,9 +1,6 @@
 #include "platform/player/MoviePlayer.h"
 
-#include <fcntl.h>
 #include <poll.h>
-#include <signal.h>
-#include <sys/stat.h>
 
 #include <algorithm>
 #include <deque>
@@ -11,29 +8,15 @@
 #include <thread>
 #include <utility>
 
+#include "platform/decoder/HelperInput.h"
 #include "platform/decoder/WakePipe.h"
 #include "platform/player/PlayerProcess.h"
 
 namespace norvo {
 namespace {
 
-// O_NONBLOCK: opening a pipe must not wait for its other end.
-UniqueFd open_regular_file(const std::filesystem::path& path) {
-  UniqueFd file(::open(path.c_str(), O_RDONLY | O_NOFOLLOW | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
-  struct stat status {};
-  if (!file || fstat(file.get(), &status) != 0 || !S_ISREG(status.st_mode)) return {};
-  return file;
-}
-
 std::uint32_t allowed_side(std::uint32_t side) {
   return std::clamp<std::uint32_t>(side, 2, longest_frame_side);
-}
-
-void block_broken_pipe_signal() {
-  sigset_t signals;
-  sigemptyset(&signals);
-  sigaddset(&signals, SIGPIPE);
-  pthread_sigmask(SIG_BLOCK, &signals, nullptr);
 }
 
 MovieEvent event_of(const MovieReport& report) {

@@ -3,7 +3,6 @@
 #include <signal.h>
 #include <sys/socket.h>
 
-#include <cerrno>
 #include <cstdlib>
 #include <string>
 #include <utility>
@@ -60,44 +59,37 @@ bool PlayerProcess::send(const MovieCommand& command, int file) {
 }
 
 PlayerProcess::Progress PlayerProcess::receive() {
-  if (complete_) {
-    complete_ = false;
+  if (std::exchange(complete_, false)) {
     report_.reset();
-    received_ = 0;
+    receiver_.start_anew();
   }
-  while (true) {
-    std::byte* const place =
-        report_ ? reinterpret_cast<std::byte*>(pixels_.data()) : message_.data();
-    const std::size_t wanted = report_ ? pixels_.size() * sizeof pixels_[0] : message_.size();
-    if (received_ == wanted) {
+  const auto take = [this](std::span<const std::byte> message) { return take_in(message); };
+  switch (receiver_.receive(socket_.get(), take)) {
+    case PixelReceiver::Progress::waiting:
+      return Progress::waiting;
+    case PixelReceiver::Progress::complete:
       complete_ = true;
       return Progress::reported;
-    }
-    const ssize_t got = recv(socket_.get(), place + received_, wanted - received_, MSG_DONTWAIT);
-    if (got < 0 && errno == EINTR) continue;
-    if (got < 0 && (errno == EAGAIN || errno == EWOULDBLOCK)) return Progress::waiting;
-    if (got <= 0) return Progress::failed;
-    received_ += static_cast<std::size_t>(got);
-    if (!report_ && received_ == message_.size() && !take_in()) return Progress::failed;
+    case PixelReceiver::Progress::refused:
+    case PixelReceiver::Progress::ended:
+      break;
   }
+  return Progress::failed;
 }
 
-// The size is checked before room is made for the pixels.
-bool PlayerProcess::take_in() {
-  report_ = decode_report(message_);
+std::optional<std::size_t> PlayerProcess::take_in(std::span<const std::byte> message) {
+  report_ = decode_report(message);
   if (!report_ || report_->size.width > box_.width || report_->size.height > box_.height) {
-    return false;
+    return std::nullopt;
   }
-  pixels_.assign(std::size_t{report_->size.width} * report_->size.height, 0);
-  received_ = 0;
-  return true;
+  return std::size_t{report_->size.width} * report_->size.height;
 }
 
 std::optional<Picture> PlayerProcess::take_frame() {
-  if (pixels_.empty()) return std::nullopt;
+  if (receiver_.pixels().empty()) return std::nullopt;
   // A movie is opaque, whatever the player says.
-  for (std::uint32_t& pixel : pixels_) pixel |= 0xFF000000U;
-  return Picture{.size = report_->size, .pixels = std::exchange(pixels_, {})};
+  for (std::uint32_t& pixel : receiver_.pixels()) pixel |= 0xFF000000U;
+  return Picture{.size = report_->size, .pixels = std::exchange(receiver_.pixels(), {})};
 }
 
 }  // namespace norvo

@@ -7,8 +7,9 @@
 #include <cstddef>
 #include <filesystem>
 #include <optional>
-#include <vector>
+#include <span>
 
+#include "platform/decoder/PixelReceiver.h"
 #include "platform/player/MovieProtocol.h"
 #include "util/UniqueFd.h"
 
@@ -40,15 +41,13 @@ class PlayerProcess {
   std::optional<Picture> take_frame();
 
  private:
-  bool take_in();
+  std::optional<std::size_t> take_in(std::span<const std::byte> message);
 
   pid_t pid_ = -1;
   UniqueFd socket_;
   PictureSize box_;
-  MovieMessage message_{};
+  PixelReceiver receiver_{movie_message_bytes};
   std::optional<MovieReport> report_;
-  std::vector<std::uint32_t> pixels_;
-  std::size_t received_ = 0;  // bytes of the message, then of the pixels
   bool complete_ = false;
 };
 
