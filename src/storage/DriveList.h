@@ -20,6 +20,7 @@ struct DriveColumn {
   TextView identifier;  // of the table's column
   TextView heading;
   Text MyDataObject::*field;
+  bool is_number = false;  // a number or a size: the ends stand below each other
 };
 
 // The table's columns from left to right.
@@ -27,9 +28,9 @@ inline constexpr std::array<DriveColumn, 6> drive_columns{{
     {u"Collumn1", u"Identifier", &MyDataObject::nsStrDiskIdentifier},
     {u"Collumn2", u"Volume", &MyDataObject::nsStrVolName},
     {u"Collumn3", u"File System", &MyDataObject::nsStrFileSystem},
-    {u"Collumn4", u"Size", &MyDataObject::nsStrSize},
+    {u"Collumn4", u"Size", &MyDataObject::nsStrSize, true},
     {u"Collumn5", u"Parent Disk", &MyDataObject::nsStrParentDisk},
-    {u"Collumn6", u"Sectors", &MyDataObject::nsStrSectors},
+    {u"Collumn6", u"Sectors", &MyDataObject::nsStrSectors, true},
 }};
 
 class DriveList {

@@ -15,12 +15,12 @@
 #include "platform/qt/QtText.h"
 #include "platform/qt/Theme.h"
 #include "platform/qt/TitledBox.h"
+#include "storage/DriveList.h"
 
 namespace norvo {
 namespace {
 
 using namespace Qt::StringLiterals;
-using Kind = TableColumn::Kind;
 
 // The one local file of a drop, or an empty text.
 QString dropped_file(const QMimeData& data) {
@@ -29,10 +29,15 @@ QString dropped_file(const QMimeData& data) {
   return QFileInfo(file).isFile() ? file : QString();
 }
 
-std::vector<TableColumn> drive_columns() {
-  return {{"Collumn1", u"Disk"_s},        {"Collumn2", u"Volume"_s},
-          {"Collumn3", u"File System"_s}, {"Collumn4", u"Size"_s, Kind::number},
-          {"Collumn5", u"Parent Disk"_s}, {"Collumn6", u"Sectors"_s, Kind::number}};
+std::vector<TableColumn> table_columns() {
+  std::vector<TableColumn> columns;
+  for (const DriveColumn& column : drive_columns) {
+    columns.push_back({utf8_from_text(column.identifier), to_qt(column.heading),
+                       column.is_number ? TableColumn::Kind::number : TableColumn::Kind::text});
+  }
+  // The terminal's word for it is for those who type it.
+  columns.front().heading = u"Disk"_s;
+  return columns;
 }
 
 }  // namespace
@@ -42,7 +47,7 @@ DrivesScreen::DrivesScreen(ControlTable& controls, TableSource drives,
     : image_chosen_(std::move(image_chosen)) {
   table_ = controls.add(
       Control::idTableView,
-      new TableView(std::make_unique<SourceTableModel>(std::move(drives), drive_columns(),
+      new TableView(std::make_unique<SourceTableModel>(std::move(drives), table_columns(),
                                                        SourceTableModel::Reload::anew),
                     1, {12, 20, 18, 11, 10, 14}),
       u"Drives"_s);

@@ -26,12 +26,6 @@ std::vector<Line> lines_of(const DriveList& list) {
   return lines;
 }
 
-// Columns are two blanks apart; sizes and sectors end, and all else begins, below each other.
-bool is_number_column(std::size_t column) {
-  return drive_columns[column].field == &MyDataObject::nsStrSize ||
-         drive_columns[column].field == &MyDataObject::nsStrSectors;
-}
-
 }  // namespace
 
 std::string drive_table(const DriveList& list) {
@@ -45,8 +39,9 @@ std::string drive_table(const DriveList& list) {
   std::string table;
   for (const Line& line : lines) {
     for (std::size_t i = 0; i < line.size(); ++i) {
-      table += (i == 0 ? "" : "  ") + (is_number_column(i) ? filled_in_front(line[i], widths[i])
-                                                           : filled_behind(line[i], widths[i]));
+      table +=
+          (i == 0 ? "" : "  ") + (drive_columns[i].is_number ? filled_in_front(line[i], widths[i])
+                                                             : filled_behind(line[i], widths[i]));
     }
     table += '\n';
   }
