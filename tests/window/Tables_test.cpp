@@ -1,5 +1,6 @@
 #include <QTest>
 
+#include "platform/qt/EmptyNote.h"
 #include "platform/qt/QtText.h"
 #include "platform/qt/TableView.h"
 #include "window/WindowTest.h"
@@ -73,11 +74,20 @@ TEST_F(TablesTest, found_files_have_the_columns_of_their_rows) {
 TEST_F(TablesTest, an_empty_list_says_what_to_do) {
   drives.clear();
   show({Control::idTableView});
+  EXPECT_TRUE(table(Control::idTableView).accessibleDescription().isEmpty()) << "not looked yet";
+  const QWidget* note = nullptr;
+  for (const QWidget* const child : table(Control::idTableView).findChildren<QWidget*>()) {
+    if (dynamic_cast<const EmptyNote*>(child) != nullptr) note = child;
+  }
+  ASSERT_NE(note, nullptr);
+  EXPECT_FALSE(note->isVisible());
   window->reload(Control::idTableView);
+  EXPECT_TRUE(note->isVisible());
   EXPECT_TRUE(table(Control::idTableView).accessibleDescription().contains(u"Connect"));
   drives.resize(1, std::vector<Text>(6));
   window->reload(Control::idTableView);
   EXPECT_TRUE(table(Control::idTableView).accessibleDescription().isEmpty());
+  EXPECT_FALSE(note->isVisible());
 }
 
 }  // namespace

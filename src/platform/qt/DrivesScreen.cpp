@@ -59,7 +59,7 @@ DrivesScreen::DrivesScreen(ControlTable& controls, TableSource drives,
       new EmptyNote(*table_, u"card"_s, u"No drive found yet"_s,
                     u"Connect the memory card or drive and press Refresh, or open a disk image. "
                     u"You can also drop a disk image here."_s);
-  note->hide();  // nobody has looked for drives yet; the first reload brings it
+  note->wait_for_reset();
 
   auto* column = new QVBoxLayout(this);
   column->setContentsMargins(0, 0, 0, 0);

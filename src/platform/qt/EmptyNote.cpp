@@ -38,6 +38,11 @@ EmptyNote::EmptyNote(QAbstractItemView& view, const QString& icon, const QString
   follow();
 }
 
+void EmptyNote::wait_for_reset() {
+  hide();
+  view_.setAccessibleDescription({});
+}
+
 void EmptyNote::set_texts(const QString& title, const QString& advice) {
   title_ = title;
   advice_ = advice;

@@ -13,6 +13,9 @@ class EmptyNote : public QWidget {
   EmptyNote(QAbstractItemView& view, const QString& icon, const QString& title,
             const QString& advice);
 
+  // Says nothing until the model is reset: nobody has looked yet whether there is anything.
+  void wait_for_reset();
+
  protected:
   void set_texts(const QString& title, const QString& advice);
 

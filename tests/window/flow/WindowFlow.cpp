@@ -162,7 +162,8 @@ void WindowFlow::type(Control field, const QString& text) {
 }
 
 bool WindowFlow::wait_until(const std::function<bool()>& done) {
-  return QTest::qWaitFor(done, 60000);
+  constexpr int patience = 240'000;  // milliseconds
+  return QTest::qWaitFor(done, patience);
 }
 
 void WindowFlow::choose_destination(Control browse_button) {

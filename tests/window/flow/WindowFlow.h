@@ -83,7 +83,9 @@ class WindowFlow {
   void select_drive() { select_row(Control::idTableView, 0); }
   void type(Control field, const QString& text);
 
-  // Runs the event loop until `done` says so. False when it does not within a minute.
+  // Runs the event loop until `done` says so. False when it does not within four minutes: the
+  // decoders of a search leave the processor to everything else, and beside a compiler a picture
+  // has taken more than one.
   bool wait_until(const std::function<bool()>& done);
 
   // Chooses the destination folder by the browse button of the page.
