@@ -1,5 +1,6 @@
 #!/usr/bin/python3
 """The checks of the tree find what they are made to find."""
+import json
 import shutil
 import subprocess
 import sys
@@ -55,6 +56,41 @@ class Layout(Tree):
     def test_an_empty_tree_does_not_pass(self) -> None:
         shutil.rmtree(self.root / 'src')
         self.assertEqual(self.check()[0], 1)
+
+
+class Lint(Tree):
+    def findings_in(self, *contents: str) -> tuple[int, str]:
+        names = [f'src/util/Source{number}.cpp' for number in range(len(contents))]
+        for name, content in zip(names, contents):
+            self.write(name, content)
+        entries = [{'file': str(self.root / name), 'directory': str(self.root),
+                    'command': f'c++ -std=c++20 -o util.dir/{name}.o -c {self.root / name}'}
+                   for name in names]
+        self.write('compile_commands.json', json.dumps(entries))
+        result = subprocess.run([sys.executable, ROOT / 'tools/run_clang_tidy.py', self.root,
+                                 *(self.root / name for name in names)], text=True,
+                                capture_output=True, check=False)
+        if result.returncode == 77:
+            self.skipTest(result.stdout)
+        return result.returncode, result.stdout
+
+    def test_sources_without_a_fault_pass(self) -> None:
+        status, output = self.findings_in('int one() { return 1; }\n', 'int two() { return 2; }\n')
+        self.assertEqual(status, 0, output)
+        self.assertIn('2 sources looked at in 1 groups', output)
+
+    def test_a_fault_that_stands_in_one_place_is_found(self) -> None:
+        status, output = self.findings_in('int one() { return 1; }\n', 'int* two() { return 0; }\n')
+        self.assertEqual(status, 1, output)
+        self.assertIn('Source1.cpp:1:21: error: use nullptr', output)
+
+    def test_a_fault_on_the_road_between_functions_is_found(self) -> None:
+        status, output = self.findings_in(
+            'int one() { return 1; }\n',
+            'static int at(const int* place) { return place == nullptr ? *place : 1; }\n'
+            'int two(int n) { return at(n > 3 ? nullptr : &n); }\n')
+        self.assertEqual(status, 1, output)
+        self.assertIn('Source1.cpp:1:61: error: Dereference of null pointer', output)
 
 
 class HouseRules(Tree):

@@ -31,6 +31,7 @@ QString dropped_file(const QMimeData& data) {
 
 std::vector<TableColumn> table_columns() {
   std::vector<TableColumn> columns;
+  columns.reserve(drive_columns.size());
   for (const DriveColumn& column : drive_columns) {
     columns.push_back({utf8_from_text(column.identifier), to_qt(column.heading),
                        column.is_number ? TableColumn::Kind::number : TableColumn::Kind::text});
