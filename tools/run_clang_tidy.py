@@ -83,6 +83,7 @@ class Checker:
     def __init__(self, tidy: str, folder: Path, memory: Path):
         self.tidy, self.folder, self.memory = tidy, folder, memory
         memory.mkdir(exist_ok=True)
+        shutil.copy(ROOT / '.clang-tidy', folder)
         version = subprocess.run([tidy, '--version'], capture_output=True, check=True).stdout
         self.setting = version + (TOGETHER + LEFT_OUT).encode() + (ROOT / '.clang-tidy').read_bytes()
 
@@ -98,19 +99,30 @@ class Checker:
         return hashlib.sha256(self.setting + result.stdout).hexdigest()
 
     def check(self, group: list[dict[str, str]]) -> str:
-        """The findings; nothing when there are none."""
-        names = '\n'.join(entry['file'] for entry in group)
-        name = TOGETHER + hashlib.sha256(names.encode()).hexdigest()[:16] + '.cpp'
-        source = self.folder / name
-        source.write_text(''.join(f'#include "{entry["file"]}"{KNOWN}\n' for entry in group), 'utf-8')
-        options, directory = options_of(group[0]), group[0]['directory']
+        """The findings in a group. When there are some, each source is looked at by itself, and what
+        it then has counts: in sources that are included the analyzer takes some calls of the toolkit
+        for leaks, and in the very same ones by themselves it does not."""
+        if not self.look_at(self.together(group), group[0]):
+            return ''
+        found = (self.look_at(Path(entry['file']), entry) for entry in group)
+        return '\n'.join(filter(None, found))
+
+    def together(self, group: list[dict[str, str]]) -> Path:
+        """A source that includes those of the group."""
+        includes = ''.join(f'#include "{entry["file"]}"{KNOWN}\n' for entry in group)
+        source = self.folder / f'{TOGETHER}{hashlib.sha256(includes.encode()).hexdigest()[:16]}.cpp'
+        source.write_text(includes, 'utf-8')
+        return source
+
+    def look_at(self, source: Path, entry: dict[str, str]) -> str:
+        """The findings in a source that is compiled as `entry` is; nothing when there are none."""
+        options, directory = options_of(entry), entry['directory']
         fingerprint = self.fingerprint(source, options, directory)
         if fingerprint and (self.memory / fingerprint).exists():
             return ''
-        result = subprocess.run([self.tidy, '--quiet', f'--config-file={ROOT / ".clang-tidy"}',
-                                 f'--checks={LEFT_OUT}', source, '--', *options], text=True,
-                                cwd=directory, stdin=subprocess.DEVNULL, capture_output=True,
-                                check=False)
+        result = subprocess.run([self.tidy, '--quiet', f'--checks={LEFT_OUT}', source, '--', *options],
+                                text=True, cwd=directory, stdin=subprocess.DEVNULL,
+                                capture_output=True, check=False)
         if result.returncode == 0 and 'warning:' not in result.stdout:
             if fingerprint:
                 (self.memory / fingerprint).touch()
