@@ -60,8 +60,9 @@ endif()
 find_program(NORVO_CCACHE ccache)
 if(NORVO_CCACHE)
   # Precompiled headers carry times and definitions that the cache need not look at. Paths below the
-  # tree are taken as relative, so that a second clone finds what the first one compiled; the mapped
-  # prefix keeps the first one's folder out of what the debugger and messages show.
+  # tree are taken as relative, so that a second clone finds what the first one compiled source by
+  # source (a group names its sources by their whole paths); the mapped prefix keeps the first one's
+  # folder out of what the debugger and messages show.
   file(RELATIVE_PATH NORVO_UP "${CMAKE_BINARY_DIR}" "${PROJECT_SOURCE_DIR}")
   string(REGEX REPLACE "/$" "" NORVO_UP "${NORVO_UP}")
   set(CMAKE_CXX_COMPILER_LAUNCHER

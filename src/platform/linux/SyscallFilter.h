@@ -16,7 +16,7 @@ namespace norvo {
 bool limit_for_good(__rlimit_resource resource, rlim_t value);
 
 // A filter of system calls. Each rule returns false when it cannot be had: a filter that lacks one
-// must not be installed. Calls of another architecture end the process.
+// must not be installed. A call of another architecture ends at least the thread that makes it.
 class SyscallFilter {
  public:
   // `otherwise` is what happens to a call without a rule: SCMP_ACT_ALLOW, SCMP_ACT_KILL_PROCESS.
