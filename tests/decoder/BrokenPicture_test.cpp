@@ -131,7 +131,8 @@ TEST_F(BrokenPicture, ATgaFileHasTheRowsThatItHasRoomFor) {
 TEST_F(BrokenPicture, AFormatWithoutRowsIsPartlyThereOrNotAtAll) {
   for (const char* const name :
        {"rgb.gif", "rgb.webp", "lossless.webp", "rgb.jp2", "large.jxl", "rgb.heic", "rgb.avif",
-        "packed.tif", "plain.psd", "runs.psd", "rgb.icns", "rgb.ico", "rgb.tga", "rgb.png"}) {
+        "packed.tif", "plain.psd", "runs.psd", "rgb.icns", "rgb.ico", "rgb.tga", "rgb.png",
+        "rgb.xpm", "rgb.mng"}) {
     const Verdict verdict = verdict_of(name, cut(name, 60));
     EXPECT_NE(verdict.completeness, Completeness::whole) << name;
     EXPECT_NE(verdict.completeness, Completeness::not_known) << name;

@@ -76,7 +76,8 @@ INSTANTIATE_TEST_SUITE_P(
         Sample{"thumbnail.heic", 60}, Sample{"rgb.jxl", 2}, Sample{"large.jxl", 60},
         Sample{"plain.psd", 0}, Sample{"runs.psd", 0}, Sample{"grey.psd", 1, true},
         Sample{"inks.psd", 2}, Sample{"thumbnail.psd", 60}, Sample{"large.psb", 0},
-        Sample{"orientation1.dng", 8}, Sample{"orientation6.dng", 8}));
+        Sample{"orientation1.dng", 8}, Sample{"orientation6.dng", 8}, Sample{"rgb.xpm", 0},
+        Sample{"rgb.mng", 60}));
 
 TEST(DecodePicture, BitmapsOfOneBitAreBlackAndWhite) {
   for (const char* const name : {"bits.pbm", "bits.xbm"}) {

@@ -60,11 +60,18 @@ class DecoderPoolTest : public ::testing::Test {
                        [expected](std::uint32_t pixel) { return pixel == expected; });
   }
 
-  // Fills the only decoder, so that what is asked for next waits in the queue together.
+  // Fills the only decoder until release(), so that what is asked for meanwhile waits in the queue
+  // together.
   void occupy(DecoderPool& pool) {
-    pool.request(job(1000, "slow 300"));
+    pool.request(job(1000, "held 1000"));
     while (pool.started_processes() == 0) std::this_thread::sleep_for(milliseconds(1));
-    std::this_thread::sleep_for(milliseconds(50));
+  }
+  void release() const { replace(1000, "good 1000"); }
+
+  // Lets the decoder go on that is held by the file of this job.
+  void replace(std::uint64_t id, const std::string& words) const {
+    write_file(folder_.path() / "new", words);
+    std::filesystem::rename(folder_.path() / "new", folder_.path() / std::to_string(id));
   }
 
   TemporaryFolder folder_;
@@ -146,7 +153,7 @@ TEST_F(DecoderPoolTest, ADecoderThatHangsIsEndedByTheTimeLimit) {
 }
 
 TEST_F(DecoderPoolTest, ADecoderThatComputesForEverIsEndedByTheTimeLimit) {
-  settings_.time_limit = milliseconds(200);
+  settings_.time_limit = std::chrono::seconds(2);
   settings_.patience = std::chrono::hours(1);
   EXPECT_EQ(fate_of("compute"), DecoderFailure::time_limit);
 }
@@ -155,9 +162,36 @@ TEST_F(DecoderPoolTest, ADecoderThatWaitsForAProcessorHasMoreTimeThanTheLimit) {
   settings_.time_limit = milliseconds(100);
   settings_.patience = std::chrono::hours(1);
   DecoderPool pool(settings_, client_.callback());
-  pool.request(job(1, "slow 600"));
+  // The time that the process takes to start would count as the first file's.
+  pool.request(job(1, "good 1"));
   ASSERT_TRUE(client_.wait_for(1));
-  EXPECT_EQ(client_.results().at(0).failure, DecoderFailure::none);
+  const std::uint64_t processes = pool.started_processes();
+  pool.request(job(2, "slow 600"));
+  ASSERT_TRUE(client_.wait_for(2));
+  EXPECT_EQ(client_.results_of(2).at(0).failure, DecoderFailure::none);
+  EXPECT_EQ(pool.started_processes(), processes);
+}
+
+TEST_F(DecoderPoolTest, ADecoderThatHangsAfterItsAnswerCostsTheNextFileNothing) {
+  settings_.time_limit = milliseconds(400);
+  settings_.patience = milliseconds(400);
+  DecoderPool pool(settings_, client_.callback());
+  pool.request(job(1, "hangs-after 1"));
+  ASSERT_TRUE(client_.wait_for(1));
+  pool.request(job(2, "good 2"));
+  ASSERT_TRUE(client_.wait_for(2));
+  EXPECT_TRUE(is_good(1));
+  EXPECT_TRUE(is_good(2));
+}
+
+TEST_F(DecoderPoolTest, ADecoderThatIsKeptFromTheProcessorsSaysNothingOfItsFile) {
+  settings_.background_patience = milliseconds(400);
+  settings_.patience = std::chrono::hours(1);
+  DecoderPool pool(settings_, client_.callback());
+  pool.set_background(true);
+  pool.request(job(1, "hang"));
+  ASSERT_TRUE(client_.wait_for(1));
+  EXPECT_EQ(client_.results().at(0).failure, DecoderFailure::starved);
 }
 
 TEST_F(DecoderPoolTest, ADecoderIsReplacedWhenItsRankChanges) {
@@ -169,6 +203,18 @@ TEST_F(DecoderPoolTest, ADecoderIsReplacedWhenItsRankChanges) {
     EXPECT_TRUE(is_good(id)) << id;
   }
   EXPECT_EQ(pool.started_processes(), 3U);
+}
+
+// Other programs may keep it waiting for minutes.
+TEST_F(DecoderPoolTest, AFileThatWasBegunInTheBackgroundIsBegunAnewWhenThatIsOver) {
+  DecoderPool pool(settings_, client_.callback());
+  pool.set_background(true);
+  pool.request(job(1, "hang-in-background 1"));
+  while (pool.started_processes() == 0) std::this_thread::sleep_for(milliseconds(1));
+  pool.set_background(false);
+  ASSERT_TRUE(client_.wait_for(1));
+  EXPECT_TRUE(is_good(1));
+  EXPECT_EQ(pool.started_processes(), 2U);
 }
 
 TEST_F(DecoderPoolTest, WhatADecoderSaysTooMuchCostsNobodyAnything) {
@@ -208,6 +254,7 @@ TEST_F(DecoderPoolTest, TheHigherPriorityAndThenTheNewestComesFirst) {
   pool.request(job(3, "good 3", 5));
   pool.request(job(4, "good 4", -5));
   pool.set_priority(1, 9);
+  release();
   ASSERT_TRUE(client_.wait_for(5));
   EXPECT_EQ(client_.order(), (std::vector<std::uint64_t>{1000, 1, 3, 2, 4}));
 }
@@ -216,6 +263,7 @@ TEST_F(DecoderPoolTest, AllPicturesComeBeforeTheFirstLateVerdict) {
   DecoderPool pool(settings_, client_.callback());
   occupy(pool);
   for (std::uint64_t id = 1; id <= 4; ++id) pool.request(job(id, "later " + std::to_string(id)));
+  release();
   ASSERT_TRUE(client_.wait_for(5));
   EXPECT_EQ(client_.order(), (std::vector<std::uint64_t>{1000, 4, 3, 2, 1, 1, 2, 3, 4}));
   const auto results = client_.results_of(2);
@@ -225,6 +273,29 @@ TEST_F(DecoderPoolTest, AllPicturesComeBeforeTheFirstLateVerdict) {
   EXPECT_FALSE(results.at(1).picture);
   EXPECT_TRUE(results.at(1).is_last);
   EXPECT_EQ(results.at(1).verdict.completeness, Completeness::whole);
+}
+
+TEST_F(DecoderPoolTest, APictureDoesNotWaitForAVerdictThatTakesLong) {
+  settings_.patience = std::chrono::hours(1);
+  DecoderPool pool(settings_, client_.callback());
+  pool.request(job(1, "later-held 1"));
+  while (client_.results().empty()) std::this_thread::sleep_for(milliseconds(1));
+  pool.request(job(2, "good 2"));
+  ASSERT_TRUE(client_.wait_for(1));
+  EXPECT_EQ(client_.order(), (std::vector<std::uint64_t>{1, 2}));
+  EXPECT_TRUE(is_good(2));
+}
+
+TEST_F(DecoderPoolTest, AVerdictThatMadeRoomIsGivenLater) {
+  DecoderPool pool(settings_, client_.callback());
+  pool.request(job(1, "later-held 1"));
+  while (client_.results().empty()) std::this_thread::sleep_for(milliseconds(1));
+  pool.request(job(2, "good 2"));
+  ASSERT_TRUE(client_.wait_for(1));
+  replace(1, "later 1");
+  ASSERT_TRUE(client_.wait_for(2));
+  EXPECT_EQ(client_.order(), (std::vector<std::uint64_t>{1, 2, 1}));
+  EXPECT_EQ(client_.results().at(2).verdict.completeness, Completeness::whole);
 }
 
 TEST_F(DecoderPoolTest, ADecoderThatDiesOverTheVerdictLeavesThePicture) {
@@ -273,14 +344,16 @@ TEST_F(DecoderPoolTest, AfterCancellingAllOnlyNewFilesHaveResults) {
 
 TEST_F(DecoderPoolTest, AskingAgainReplacesARequestThatIsBeingWorkedOn) {
   DecoderPool pool(settings_, client_.callback());
-  pool.request(job(1, "slow 200"));
-  while (pool.started_processes() == 0) std::this_thread::sleep_for(milliseconds(1));
-  std::this_thread::sleep_for(milliseconds(50));
-  pool.request(job(1, "good 1"));
+  occupy(pool);
+  DecoderJob again = job(1, "good 1");
+  again.id = 1000;
+  pool.request(again);
+  release();
   ASSERT_TRUE(client_.wait_for(1));
-  std::this_thread::sleep_for(milliseconds(300));
-  EXPECT_EQ(client_.results().size(), 1U);
-  EXPECT_TRUE(is_good(1));
+  pool.request(job(2, "good 2"));
+  ASSERT_TRUE(client_.wait_for(2));
+  EXPECT_EQ(client_.order(), (std::vector<std::uint64_t>{1000, 2}));
+  EXPECT_EQ(client_.results().at(0).picture->pixels.at(0), 0xFF000001U);
 }
 
 TEST_F(DecoderPoolTest, OnlyRegularFilesAreOpened) {

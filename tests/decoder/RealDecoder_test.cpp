@@ -123,5 +123,27 @@ TEST_F(RealDecoder, MemoryIsLimited) {
   }
 }
 
+TEST_F(RealDecoder, OneThatTakesAllMemoryCostsItsOwnPictureOnly) {
+  const TemporaryFolder folder;
+  for (const char* const name : {"first", "hungry", "last"}) {
+    write_file(folder.path() / name, name);
+  }
+  settings_.decoder = NORVO_HUNGRY_DECODER;
+  settings_.processes = 1;
+  settings_.memory_limit = std::uint64_t{512} << 20U;
+  DecoderPool pool(settings_, client_.callback());
+  std::uint64_t id = 0;
+  for (const char* const name : {"first", "hungry", "last"}) {
+    pool.request({.id = ++id, .path = folder.path() / name, .box = {.width = 9, .height = 9}});
+    ASSERT_TRUE(client_.wait_for(id));
+  }
+  EXPECT_TRUE(client_.results_of(1).at(0).picture);
+  EXPECT_FALSE(client_.results_of(2).at(0).picture);
+  EXPECT_EQ(client_.results_of(2).at(0).failure, DecoderFailure::died);
+  EXPECT_TRUE(client_.results_of(3).at(0).picture);
+  // The hungry one had a second try in a process that nobody had used.
+  EXPECT_EQ(pool.started_processes(), 3U);
+}
+
 }  // namespace
 }  // namespace norvo::test

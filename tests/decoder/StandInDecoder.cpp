@@ -1,6 +1,7 @@
 // A decoder that does what the first word of each file says, good or evil. It stands in for the
 // real one in the pool's tests and is part of no product.
 #include <signal.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <atomic>
@@ -38,27 +39,30 @@ void sleep_for(int milliseconds) {
   std::this_thread::sleep_for(std::chrono::milliseconds(milliseconds));
 }
 
+// Until another file has taken the place of this one.
+void wait_for_replacement(int file) {
+  struct stat status {};
+  while (fstat(file, &status) == 0 && status.st_nlink > 0) sleep_for(1);
+}
+
 // A full answer to `request`; false for a word that is none of these.
-bool behave_well(const std::string& word, const DecoderRequest& request, int number) {
+bool behave_well(const std::string& word, const DecoderRequest& request, int file, int number) {
   DecoderAnswer good{.serial = request.serial,
                      .size = request.box,
                      .verdict = {.completeness = norvo::Completeness::whole, .percent = {}}};
   const bool wants_verdict = request.purpose == norvo::DecoderPurpose::verdict;
+  const bool later = word.starts_with("later");
+  const bool good_at_first = word == "good" || word == "trailing" || word.ends_with("s-after");
+  if (!later && !good_at_first && word != "slow" && word != "held") return false;
   if (wants_verdict) good.size = {};
-  if (word == "slow") {
-    sleep_for(number);
-  } else if (word == "later" && !wants_verdict) {
-    good.verdict.completeness = norvo::Completeness::not_known;
-  } else if (word == "later-dies" && !wants_verdict) {
-    good.verdict.completeness = norvo::Completeness::not_known;
-  } else if (word == "later-dies") {
-    raise(SIGKILL);
-  } else if (word != "good" && word != "later" && word != "trailing" && word != "ends-after") {
-    return false;
-  }
+  if (later && !wants_verdict) good.verdict.completeness = norvo::Completeness::not_known;
+  if (word == "slow") sleep_for(number);
+  if (word == "held" || (word == "later-held" && wants_verdict)) wait_for_replacement(file);
+  if (word == "later-dies" && wants_verdict) raise(SIGKILL);
   answer(good, 0xFF000000U | static_cast<std::uint32_t>(number));
   if (word == "trailing") say("left over", 9);
   if (word == "ends-after") std::_Exit(0);
+  if (word == "hangs-after") sleep_for(3'600'000);
   return true;
 }
 
@@ -69,7 +73,7 @@ void behave_badly(const std::string& word, const DecoderRequest& request) {
   if (word == "crash") raise(SIGSEGV);
   if (word == "abort") std::abort();
   if (word == "exit") std::_Exit(0);
-  if (word == "hang") sleep_for(3'600'000);
+  if (word == "hang" || word == "hang-in-background") sleep_for(3'600'000);
   for (std::atomic<unsigned> steps = 0; word == "compute";) ++steps;
   if (word == "stop") raise(SIGSTOP);
   if (word == "garbage") say(std::string(4096, 'x').data(), 4096);
@@ -88,7 +92,8 @@ void behave_badly(const std::string& word, const DecoderRequest& request) {
 
 }  // namespace
 
-int main() {
+int main(int argc, char** /*argv*/) {
+  const bool in_background = argc == 3;
   DecoderMessage message{};
   while (const norvo::UniqueFd file = norvo::receive_with_descriptor(STDIN_FILENO, message)) {
     const auto request = norvo::decode_request(message);
@@ -100,7 +105,8 @@ int main() {
     std::string word;
     int number = 0;
     words >> word >> number;
-    if (!behave_well(word, *request, number)) behave_badly(word, *request);
+    if (word == "hang-in-background" && !in_background) word = "good";
+    if (!behave_well(word, *request, file.get(), number)) behave_badly(word, *request);
   }
   return 0;
 }

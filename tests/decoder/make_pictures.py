@@ -8,9 +8,11 @@ written by hand and read back by an independent reader where there is one.
 """
 import io
 import shutil
+import string
 import struct
 import subprocess
 import sys
+import zlib
 from pathlib import Path
 
 from PIL import Image, ImageChops
@@ -96,12 +98,39 @@ def write_plain(folder: Path) -> None:
     fields(mode='1').save(folder / 'bits.pbm')
     # The encoder takes white for ink.
     ImageChops.invert(fields(mode='1')).save(folder / 'bits.xbm')
+    write_xpm(folder / 'rgb.xpm', fields())
+    write_mng(folder / 'rgb.mng', (folder / 'noisy.png').read_bytes())
     fields().save(folder / 'rgb.tga')
     fields().save(folder / 'plain.tif')
     noisy().save(folder / 'packed.tif', compression='tiff_lzw')
     stored_for(6).save(folder / 'turned.tif', tiffinfo={EXIF_ORIENTATION: 6})
     fields().save(folder / 'rgb.webp', quality=92)
     noisy().save(folder / 'lossless.webp', lossless=True)
+
+
+def write_xpm(path: Path, picture: Image.Image) -> None:
+    """A program's text with a table of its colours, two letters each."""
+    colours = sorted({pixel for _, pixel in picture.getcolors(1 << 16)})
+    letters = string.ascii_letters
+    names = {colour: letters[i // len(letters)] + letters[i % len(letters)]
+             for i, colour in enumerate(colours)}
+    width, height = picture.size
+    lines = [f'{width} {height} {len(colours)} 2']
+    lines += ['%s c #%02X%02X%02X' % (names[colour], *colour) for colour in colours]
+    lines += [''.join(names[picture.getpixel((x, y))] for x in range(width))
+              for y in range(height)]
+    path.write_text('/* XPM */\nstatic char *rgb[] = {\n' +
+                    ',\n'.join(f'"{line}"' for line in lines) + '\n};\n')
+
+
+def write_mng(path: Path, png: bytes) -> None:
+    """One picture between the animation's own begin and end."""
+    def chunk(kind: bytes, data: bytes = b'') -> bytes:
+        return struct.pack('>I', len(data)) + kind + data + struct.pack('>I', zlib.crc32(kind + data))
+
+    size = png[16:24]  # the width and height of IHDR
+    header = chunk(b'MHDR', size + struct.pack('>IIIII', 1, 1, 1, 0, 1))
+    path.write_bytes(b'\x8aMNG\r\n\x1a\n' + header + png[8:] + chunk(b'MEND'))
 
 
 def write_modern(folder: Path) -> None:

@@ -11,6 +11,8 @@
 
 #include "platform/qt/QtMainThread.h"
 #include "support/FakeMainThread.h"
+#include "support/FileContent.h"
+#include "support/TemporaryFolder.h"
 #include "window/WindowTest.h"
 
 namespace norvo {
@@ -34,7 +36,8 @@ class DecoderThumbnailsTest : public testing::Test {
   test::QueuedMainThread main_thread;
   QObject receiver;
   std::vector<std::string> answers;
-  std::optional<DecoderThumbnails> source{std::in_place, main_thread, "/no/such/decoder"};
+  std::optional<DecoderThumbnails> source{
+      std::in_place, main_thread, DecoderThumbnails::Settings{.decoder = "/no/such/decoder"}};
 };
 
 TEST_F(DecoderThumbnailsTest, answers_come_on_the_main_thread) {
@@ -55,10 +58,29 @@ TEST_F(DecoderThumbnailsTest, an_answer_that_nobody_waits_for_any_more_is_droppe
   EXPECT_TRUE(answers.empty());
 }
 
+TEST(DecoderThumbnails, a_decoder_that_does_not_start_says_nothing_of_the_file) {
+  const test::TemporaryFolder folder;
+  test::write_file(folder.path() / "a.jpg", "a photo");
+  QtMainThread main_thread;
+  DecoderThumbnails source(main_thread, {.decoder = "/no/such/decoder"});
+  std::vector<std::string> answers;
+  QObject::connect(&source, &ThumbnailSource::done, &source, [&] { answers.push_back("done"); });
+  QObject::connect(
+      &source, &ThumbnailSource::postponed, &source,
+      [&answers](const QString& image_UID, int pixels) {
+        answers.push_back(image_UID.toStdString() + " postponed " + std::to_string(pixels));
+      });
+  source.request(folder.path() / "a.jpg", u"1"_s, 100);
+  ASSERT_TRUE(wait_until([&answers] { return !answers.empty(); }));
+  source.request(folder.path() / "a.jpg", u"1"_s, 200);
+  ASSERT_TRUE(wait_until([&answers] { return answers.size() > 1; }));
+  EXPECT_EQ(answers, (std::vector<std::string>{"1 postponed 100", "1 postponed 200"}));
+}
+
 TEST(DecoderThumbnails, each_request_is_answered_once_while_others_are_made) {
   constexpr int count = 100;
   QtMainThread main_thread;
-  DecoderThumbnails source(main_thread, "/no/such/decoder");
+  DecoderThumbnails source(main_thread, {.decoder = "/no/such/decoder"});
   std::multiset<int> answers;
   QObject::connect(
       &source, &ThumbnailSource::done, &source,

@@ -53,6 +53,12 @@ void InProcessThumbnails::request(const std::filesystem::path& path, const QStri
   pool_.start([this] { work_on_newest(); });
 }
 
+void InProcessThumbnails::put_first(const QString& image_UID) {
+  const std::lock_guard lock(mutex_);
+  std::ranges::stable_partition(waiting_,
+                                [&](const Job& job) { return job.image_UID != image_UID; });
+}
+
 void InProcessThumbnails::cancel_all() {
   const std::lock_guard lock(mutex_);
   waiting_.clear();

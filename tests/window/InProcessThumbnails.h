@@ -21,6 +21,7 @@ class InProcessThumbnails : public ThumbnailSource {
   ~InProcessThumbnails() override;
 
   void request(const std::filesystem::path& path, const QString& image_UID, int pixels) override;
+  void put_first(const QString& image_UID) override;
   void cancel_all() override;
 
  private:

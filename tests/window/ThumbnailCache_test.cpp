@@ -30,6 +30,35 @@ TEST(ThumbnailCache, asks_once_and_again_only_for_a_larger_size) {
   EXPECT_EQ(source.requests.size(), 2U);
 }
 
+TEST(ThumbnailCache, puts_first_what_is_looked_at_and_not_there_yet) {
+  SilentThumbnails source;
+  ThumbnailCache cache(source, {});
+  cache.picture("/a", u"1"_s, 128);
+  cache.picture("/b", u"2"_s, 128);
+  EXPECT_TRUE(source.put_forward.empty());
+  cache.picture("/a", u"1"_s, 128);
+  EXPECT_EQ(source.put_forward, std::vector{u"1"_s});
+  Q_EMIT source.done(u"1"_s, picture_of(128, 64), 128);
+  cache.picture("/a", u"1"_s, 128);
+  EXPECT_EQ(source.put_forward, std::vector{u"1"_s});
+}
+
+TEST(ThumbnailCache, asks_again_for_what_was_postponed_when_it_is_drawn_again) {
+  SilentThumbnails source;
+  int failures = 0;
+  ThumbnailCache cache(source, [&failures](TextView) { ++failures; });
+  int arrivals = 0;
+  cache.on_arrival([&arrivals](const QString&) { ++arrivals; });
+  cache.picture("/a", u"1"_s, 128);
+  Q_EMIT source.postponed(u"1"_s, 128);
+  EXPECT_EQ(source.requests.size(), 1U);
+  EXPECT_EQ(arrivals, 0);
+  EXPECT_EQ(failures, 0);
+  EXPECT_FALSE(cache.failed(u"1"_s));
+  cache.picture("/a", u"1"_s, 128);
+  EXPECT_EQ(source.requests.size(), 2U);
+}
+
 TEST(ThumbnailCache, a_picture_for_an_item_that_is_gone_is_dropped) {
   SilentThumbnails source;
   int failures = 0;

@@ -87,7 +87,7 @@ WindowShowcase::WindowShowcase(const std::filesystem::path& pictures,
     : pictures_(pictures),
       presentation_(presentation_of(profile_)),
       drives_(disks_, profile_.USE_HARD_DISK),
-      thumbnails_(main_thread_, decoder) {
+      thumbnails_(main_thread_, {.decoder = decoder}) {
   SignatureFileNames masters;
   masters.video_dll = u"video-general.txt";
   masters.video_dll_adv = u"video-thorough.txt";

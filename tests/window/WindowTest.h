@@ -36,6 +36,7 @@ class RecordedEvents : public WizardEvents {
 class SilentThumbnails : public ThumbnailSource {
  public:
   void request(const std::filesystem::path& path, const QString& image_UID, int pixels) override;
+  void put_first(const QString& image_UID) override { put_forward.push_back(image_UID); }
   void cancel_all() override { ++cancelled; }
 
   struct Request {
@@ -44,6 +45,7 @@ class SilentThumbnails : public ThumbnailSource {
     int pixels;
   };
   std::vector<Request> requests;
+  std::vector<QString> put_forward;
   int cancelled = 0;
 };
 

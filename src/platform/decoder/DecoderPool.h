@@ -9,7 +9,9 @@
 //   pool.cancel_all();        // the gallery was cleared
 //
 // A file whose decoder dies, hangs, eats memory or answers nonsense loses its own result and
-// nothing else: that process is ended and the next file gets a fresh one.
+// nothing else: that process is ended and the next file gets a fresh one. As the damage may be
+// that of an earlier file, one that was not the first of its process has a second try in a fresh
+// one.
 #pragma once
 
 #include <chrono>
@@ -35,10 +37,11 @@ struct DecoderPoolSettings {
   unsigned processes = 0;            // 0: usual_processes() of this machine's cores
   unsigned files_per_process = 200;  // then a fresh one
   // For each job; then its process is killed. The limit is on the time for which the process
-  // computes (where the system tells it), as a decoder in the background may wait long for a
-  // processor; the patience is for one that does nothing at all.
+  // computes (where the system tells it), as others may keep it from the processors; the patience
+  // is for one that does nothing at all. In the background it may be kept from them for long.
   std::chrono::milliseconds time_limit{10'000};
-  std::chrono::milliseconds patience{300'000};
+  std::chrono::milliseconds patience{30'000};
+  std::chrono::milliseconds background_patience{300'000};
   std::uint64_t memory_limit = std::uint64_t{1536} << 20U;  // bytes of address space per process
 };
 
@@ -54,14 +57,16 @@ struct DecoderJob {
 enum class DecoderFailure : std::uint8_t {
   none,        // the decoder answered
   file,        // not a regular file, or it cannot be opened
-  no_decoder,  // the decoder cannot be started
+  no_decoder,  // the decoder cannot be started; says nothing of the file
+  starved,     // in the background, no processor was to be had; says nothing of the file
   died,        // the decoder ended over it
   time_limit,  // or the patience
   bad_answer,  // the decoder broke the protocol
 };
 
 // A job has one result with its picture, and a second one, without, when the verdict takes longer
-// than the picture. Verdicts come after all pictures that wait.
+// than the picture. Verdicts come after all pictures that wait: one that is being worked on is put
+// back when a picture would have to wait for it.
 struct DecoderResult {
   std::uint64_t id = 0;
   std::optional<Picture> picture;  // fits the box, upright, never enlarged; none: the placeholder
@@ -88,6 +93,7 @@ class DecoderPool {
 
   // Asking again for an `id` that is not ended replaces it and puts it before its equals.
   void request(DecoderJob job);
+  // Puts it also before its equals.
   void set_priority(std::uint64_t id, std::int32_t priority);
 
   // No result comes after this, except for one that is being handed over at this moment.
@@ -95,7 +101,8 @@ class DecoderPool {
   void cancel_all();
 
   // Whether the decoders compute only while nobody else wants the processors; not so at first.
-  // Holds for the files that are begun from now on, and costs each decoder a fresh process.
+  // Files that are begun when it comes on stay as they are; those that are begun in the background
+  // are begun anew when it goes off. Costs each decoder a fresh process.
   void set_background(bool on);
 
   // Processes started so far, for measurements and tests.

@@ -10,6 +10,7 @@ void JobQueue::push(const Entry& entry) {
                     .negative_age = -pushed_};
   entries_.emplace(place, entry);
   places_.emplace(entry.id, place);
+  if (!place.is_verdict) ++pictures_;
 }
 
 std::optional<JobQueue::Entry> JobQueue::pop() {
@@ -30,6 +31,7 @@ void JobQueue::set_priority(std::uint64_t id, std::int32_t priority) {
 void JobQueue::remove(std::uint64_t id) {
   const auto place = places_.find(id);
   if (place == places_.end()) return;
+  if (!place->second.is_verdict) --pictures_;
   entries_.erase(place->second);
   places_.erase(place);
 }
@@ -37,6 +39,7 @@ void JobQueue::remove(std::uint64_t id) {
 void JobQueue::clear() {
   entries_.clear();
   places_.clear();
+  pictures_ = 0;
 }
 
 }  // namespace norvo

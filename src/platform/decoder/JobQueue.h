@@ -31,6 +31,7 @@ class JobQueue {
 
   void clear();
   std::size_t size() const { return entries_.size(); }
+  std::size_t pictures() const { return pictures_; }
 
  private:
   // Smallest first.
@@ -48,6 +49,7 @@ class JobQueue {
   std::map<Place, Entry> entries_;
   std::unordered_map<std::uint64_t, Place> places_;
   std::int64_t pushed_ = 0;
+  std::size_t pictures_ = 0;  // among the entries
 };
 
 }  // namespace norvo

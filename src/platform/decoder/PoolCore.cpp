@@ -12,6 +12,8 @@ namespace {
 
 // What a cancelled file may still take of its decoder, which a new process would cost as well.
 constexpr std::chrono::milliseconds grace_of_cancelled{100};
+// As long a verdict may stay in the way of a picture; it has to be begun anew then.
+constexpr std::chrono::milliseconds grace_of_verdict{100};
 // Between two looks at a file that is near the end of its time.
 constexpr std::chrono::milliseconds shortest_look{20};
 // How long the destructor looks after killed processes.
@@ -92,6 +94,11 @@ void PoolCore::cancel_all() {
   wake_.wake();
 }
 
+void PoolCore::set_background(bool on) {
+  background_ = on;
+  wake_.wake();
+}
+
 void PoolCore::run() {
   block_broken_pipe_signal();
   while (true) {
@@ -100,6 +107,8 @@ void PoolCore::run() {
       if (ending_) break;
     }
     shorten_cancelled();
+    hasten();
+    make_room();
     give_work();
     wait();
     for (Seat& seat : seats_) {
@@ -146,20 +155,30 @@ void PoolCore::look_at(Seat& seat) {
       failed(seat, DecoderFailure::died);
       break;
     case DecoderProcess::Progress::waiting:
-      if (Clock::now() < seat.deadline) break;
-      const auto left = time_left(seat);
-      if (left <= Clock::duration::zero()) return failed(seat, DecoderFailure::time_limit);
-      seat.deadline = Clock::now() + std::max<Clock::duration>(left, shortest_look);
+      if (const auto failure = time_is_over(seat)) failed(seat, *failure);
       break;
   }
 }
 
-// Of a file whose deadline has passed: its process may have waited for a processor meanwhile.
-PoolCore::Clock::duration PoolCore::time_left(const Seat& seat) const {
+bool PoolCore::is_background(const Seat& seat) const {
+  return seat.process && seat.process->rank() == DecoderRank::background;
+}
+
+// When the deadline of its file has passed, its process may have waited for a processor meanwhile,
+// and gets a later one.
+std::optional<DecoderFailure> PoolCore::time_is_over(Seat& seat) const {
+  const auto now = Clock::now();
+  if (now < seat.deadline) return std::nullopt;
   const auto computed = seat.process->processor_time();
-  if (!computed || !seat.computed_before) return {};
-  const auto left = settings_.time_limit - (*computed - *seat.computed_before);
-  return std::min<Clock::duration>(left, seat.end - Clock::now());
+  if (!computed || !seat.computed_before) return DecoderFailure::time_limit;
+  const Clock::duration left = settings_.time_limit - (*computed - *seat.computed_before);
+  if (left <= Clock::duration::zero()) return DecoderFailure::time_limit;
+  if (now >= seat.end) {
+    return is_background(seat) ? DecoderFailure::starved : DecoderFailure::time_limit;
+  }
+  const auto next = std::min(left, seat.end - now);
+  seat.deadline = now + std::max<Clock::duration>(next, shortest_look);
+  return std::nullopt;
 }
 
 // A file that nobody waits for any more does not hold up the next one.
@@ -173,6 +192,46 @@ void PoolCore::shorten_cancelled() {
     if (wanted) continue;
     seat.end = std::min(seat.end, soon);
     seat.deadline = std::min(seat.deadline, soon);
+  }
+}
+
+// A process in the background cannot be raised by an ordinary person's program, and other programs
+// may keep it from the processors for minutes, with a picture that somebody waits for by now.
+void PoolCore::hasten() {
+  if (background_) return;
+  for (Seat& seat : seats_) {
+    if (!seat.work || !is_background(seat)) continue;
+    put_back(seat);
+  }
+}
+
+// Its file is begun anew, in another process, when its turn comes again.
+void PoolCore::put_back(Seat& seat) {
+  const Work work = std::move(*seat.work);
+  seat.work.reset();
+  dismiss(seat);
+  give_back(work, false);
+}
+
+// A verdict that is being worked on does not keep a picture waiting.
+void PoolCore::make_room() {
+  std::size_t waiting = 0;
+  {
+    const std::lock_guard lock(mutex_);
+    waiting = queue_.pictures();
+  }
+  for (const Seat& seat : seats_) {
+    if (!seat.work && waiting > 0) --waiting;
+  }
+  const auto now = Clock::now();
+  for (Seat& seat : seats_) {
+    if (waiting == 0) return;
+    if (!seat.work || seat.work->entry.purpose != DecoderPurpose::verdict) continue;
+    const auto end_of_grace = seat.begin + grace_of_verdict;
+    seat.deadline = std::min(seat.deadline, end_of_grace);
+    if (now < end_of_grace) continue;
+    put_back(seat);
+    --waiting;
   }
 }
 
@@ -209,8 +268,10 @@ void PoolCore::begin(Seat& seat, Work work) {
   }
   ++seat.files;
   seat.computed_before = seat.process->processor_time();
-  seat.end = Clock::now() + settings_.patience;
-  seat.deadline = std::min(Clock::now() + settings_.time_limit, seat.end);
+  const auto patience = is_background(seat) ? settings_.background_patience : settings_.patience;
+  seat.begin = Clock::now();
+  seat.end = seat.begin + patience;
+  seat.deadline = std::min(seat.begin + settings_.time_limit, seat.end);
   seat.work = std::move(work);
 }
 
@@ -243,15 +304,17 @@ void PoolCore::failed(Seat& seat, DecoderFailure failure) {
   // An earlier file may have left the damage that this one suffered from.
   const bool was_fresh = seat.files <= 1;
   dismiss(seat);
-  if (failure != DecoderFailure::time_limit && !was_fresh && try_again(work)) return;
+  if (!was_fresh && give_back(work, true)) return;
   hand_over(work, without_picture(failure));
 }
 
-bool PoolCore::try_again(const Work& work) {
+// Back into the queue, before its equals. False when nobody waits for it any more, or when it had
+// its second try.
+bool PoolCore::give_back(const Work& work, bool counts_as_try) {
   const std::lock_guard lock(mutex_);
   const auto pending = jobs_.find(work.entry.id);
   if (pending == jobs_.end() || pending->second.serial != work.serial) return false;
-  if (std::exchange(pending->second.second_try, true)) return false;
+  if (counts_as_try && std::exchange(pending->second.second_try, true)) return false;
   pending->second.serial = 0;
   queue_.push(work.entry);
   return true;

@@ -29,7 +29,7 @@ class PoolCore {
   void set_priority(std::uint64_t id, std::int32_t priority);
   void cancel(std::uint64_t id);
   void cancel_all();
-  void set_background(bool on) { background_ = on; }
+  void set_background(bool on);
   std::uint64_t started_processes() const { return started_; }
 
  private:
@@ -54,6 +54,7 @@ class PoolCore {
     std::optional<DecoderProcess> process;
     unsigned files = 0;  // that the process was given
     std::optional<Work> work;
+    Clock::time_point begin;
     Clock::time_point deadline;  // when its time is looked at
     Clock::time_point end;       // of all patience
     std::optional<std::chrono::nanoseconds> computed_before;
@@ -62,15 +63,19 @@ class PoolCore {
   void run();
   void wait();
   void look_at(Seat& seat);
-  Clock::duration time_left(const Seat& seat) const;
+  bool is_background(const Seat& seat) const;
+  std::optional<DecoderFailure> time_is_over(Seat& seat) const;
   void give_work();
   std::optional<Work> next_work();
   void begin(Seat& seat, Work work);
   bool send(Seat& seat, const DecoderRequest& request, int file);
   void shorten_cancelled();
+  void hasten();
+  void make_room();
+  void put_back(Seat& seat);
   void answered(Seat& seat);
   void failed(Seat& seat, DecoderFailure failure);
-  bool try_again(const Work& work);
+  bool give_back(const Work& work, bool counts_as_try);
   void hand_over(const Work& work, DecoderResult result);
   void dismiss(Seat& seat);
   void bury();

@@ -3,6 +3,7 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <new>
 
 #include "platform/decoder/DescriptorMessage.h"
 #include "util/UniqueFd.h"
@@ -30,7 +31,7 @@ bool answer(int socket, const DecoderRequest& request, const Decoded& decoded) {
 
 }  // namespace
 
-bool serve_requests(int socket, const Decode& decode) {
+bool serve_requests(int socket, const Decode& decode) try {
   DecoderMessage message{};
   while (const UniqueFd file = receive_with_descriptor(socket, message)) {
     const std::optional<DecoderRequest> request = decode_request(message);
@@ -38,6 +39,8 @@ bool serve_requests(int socket, const Decode& decode) {
     if (!answer(socket, *request, decode(FileBytes(file.get()), *request))) return true;
   }
   return true;
+} catch (const std::bad_alloc&) {
+  return false;
 }
 
 }  // namespace norvo

@@ -11,7 +11,9 @@ namespace norvo {
 
 using Decode = std::function<Decoded(const FileBytes& file, const DecoderRequest& request)>;
 
-// Answers requests on `socket` until its other end closes (true), or breaks the protocol (false).
+// Answers requests on `socket` until its other end closes (true). False when that breaks the
+// protocol, and when `decode` runs out of memory (std::bad_alloc): a file may have taken it that
+// was decoded before, so the process must end and leave this one to the next.
 bool serve_requests(int socket, const Decode& decode);
 
 }  // namespace norvo

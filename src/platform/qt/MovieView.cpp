@@ -109,7 +109,8 @@ void MovieView::stopPlayingMovie() {
 }
 
 void MovieView::hideEvent(QHideEvent* event) {
-  stopPlayingMovie();
+  // Not by the desktop, which hides a minimized window: the movie goes on there.
+  if (!event->spontaneous()) stopPlayingMovie();
   QWidget::hideEvent(event);
 }
 

@@ -36,7 +36,7 @@ class MovieView : public QWidget {
   void stopPlayingMovie();
 
  protected:
-  // What cannot be seen is not heard either.
+  // What is not on the page is not heard either. A minimized window plays on.
   void hideEvent(QHideEvent* event) override;
 
  private:

@@ -44,6 +44,8 @@ PreviewBox::PreviewBox(Setting setting)
   layout->setContentsMargins(0, 0, 0, 0);
   layout->addWidget(movie_view_.get());
   connect(&setting_.pictures, &ThumbnailSource::done, this, &PreviewBox::take_thumbnail);
+  connect(&setting_.pictures, &ThumbnailSource::postponed, this,
+          [this](const QString& id) { take_thumbnail(id, {}); });
 }
 
 bool PreviewBox::is_shown() const {

@@ -16,6 +16,7 @@ constexpr qsizetype most_kibibytes = qsizetype{96} * 1024;
 ThumbnailCache::ThumbnailCache(ThumbnailSource& source, std::function<void(TextView)> mark_failed)
     : source_(source), mark_failed_(std::move(mark_failed)), entries_(most_kibibytes) {
   connect(&source, &ThumbnailSource::done, this, &ThumbnailCache::take);
+  connect(&source, &ThumbnailSource::postponed, this, &ThumbnailCache::allow_another_request);
   connect(&source, &ThumbnailSource::judged, this, &ThumbnailCache::take_judgement);
 }
 
@@ -32,6 +33,8 @@ QPixmap ThumbnailCache::picture(const std::filesystem::path& path, const QString
   if (!enough && item.requested < pixels) {
     item.requested = pixels;
     source_.request(path, image_UID, pixels);
+  } else if (!enough) {
+    source_.put_first(image_UID);
   }
   return entry == nullptr ? QPixmap() : entry->picture;
 }
@@ -68,6 +71,12 @@ void ThumbnailCache::take(const QString& image_UID, const QImage& picture, int p
     insert(image_UID, QPixmap::fromImage(picture), pixels);
   }
   if (arrived_) arrived_(image_UID);
+}
+
+// Nothing is drawn for it: with no decoder to be had, the next request would come at once.
+void ThumbnailCache::allow_another_request(const QString& image_UID, int pixels) {
+  const auto item = items_.find(image_UID);
+  if (item != items_.end() && item->requested == pixels) item->requested = 0;
 }
 
 void ThumbnailCache::take_judgement(const QString& image_UID, const PictureJudgement& judgement) {

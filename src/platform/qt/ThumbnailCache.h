@@ -22,7 +22,7 @@ class ThumbnailCache : public QObject {
   void on_arrival(std::function<void(const QString& image_UID)> arrived);
 
   // The picture if there is one, perhaps a smaller one for now; else a null one. What is missing
-  // is requested.
+  // is requested, and comes before what was requested earlier: it is looked at.
   QPixmap picture(const std::filesystem::path& path, const QString& image_UID, int pixels);
 
   // The picture of an item that is shown from data, which the program itself has encoded. Null when
@@ -57,6 +57,7 @@ class ThumbnailCache : public QObject {
 
   void insert(const QString& image_UID, const QPixmap& picture, int pixels);
   void take(const QString& image_UID, const QImage& picture, int pixels);
+  void allow_another_request(const QString& image_UID, int pixels);
   void take_judgement(const QString& image_UID, const PictureJudgement& judgement);
 
   ThumbnailSource& source_;

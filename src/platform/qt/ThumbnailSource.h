@@ -27,8 +27,13 @@ class ThumbnailSource : public QObject {
   using QObject::QObject;
 
   // Asks for a picture of at most `pixels` in width and height. done() follows for every request
-  // that is not cancelled; the newest are worked on first. Returns at once.
+  // that is not cancelled, unless postponed() does; the newest are worked on first. Returns at
+  // once.
   virtual void request(const std::filesystem::path& path, const QString& image_UID, int pixels) = 0;
+
+  // Somebody looks at the item at this moment: what was asked for it last and is not there yet
+  // comes before the rest. Nothing happens when there is no such request.
+  virtual void put_first(const QString& image_UID) = 0;
 
   // No done() follows for any request made so far.
   virtual void cancel_all() = 0;
@@ -36,6 +41,10 @@ class ThumbnailSource : public QObject {
  Q_SIGNALS:
   // `pixels` are those of the request. A null picture says that the file cannot be shown.
   void done(const QString& image_UID, const QImage& picture, int pixels);
+
+  // In place of done(): no picture could be made for now, for reasons that are not the file's. It
+  // can be asked for again.
+  void postponed(const QString& image_UID, int pixels);
 
   // Follows the picture, sooner or later or never.
   void judged(const QString& image_UID, const norvo::PictureJudgement& judgement);

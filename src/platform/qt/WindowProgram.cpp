@@ -11,8 +11,10 @@ WindowProgram::WindowProgram(WindowSurroundings surroundings)
     : surroundings_(std::move(surroundings)),
       controller_(surroundings_.bundle_name, surroundings_.opener, operations_, operations_),
       drives_(*surroundings_.disk_utility, controller_.profile().USE_HARD_DISK),
-      thumbnails_(main_thread_, surroundings_.decoder),
-      preview_pictures_(main_thread_, surroundings_.decoder, 1),
+      thumbnails_(main_thread_, {.decoder = surroundings_.decoder}),
+      preview_pictures_(
+          main_thread_,
+          {.decoder = surroundings_.decoder, .processes = 1, .wants_verdicts = false}),
       window_(window_content(controller_, drives_, thumbnails_)),
       panel_(controller_.profile().APP_LONG_NAME),
       notices_(

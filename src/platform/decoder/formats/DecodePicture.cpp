@@ -1,6 +1,7 @@
 #include "platform/decoder/formats/DecodePicture.h"
 
 #include <exception>
+#include <new>
 
 #include "platform/decoder/formats/HeifPicture.h"
 #include "platform/decoder/formats/Jpeg2000Picture.h"
@@ -40,12 +41,14 @@ void load_decoders(std::uint64_t bytes_per_picture) {
 }
 
 Decoded decode_picture(const FileBytes& file, const DecoderRequest& request) {
-  // A library that runs out of memory over one file may throw; the next file has it all again.
+  // A library may throw over a broken file.
   try {
     for (const PictureFormat format : possible_formats(file.bytes(), request.extension)) {
       Decoded decoded = decode_as(format, file.bytes(), request);
       if (decoded.has_something()) return decoded;
     }
+  } catch (const std::bad_alloc&) {
+    throw;
   } catch (const std::exception&) {
     return {};
   }

@@ -14,7 +14,8 @@ namespace norvo {
 // limits a picture in its full size.
 void load_decoders(std::uint64_t bytes_per_picture);
 
-// A picture comes with the purpose `picture` only.
+// A picture comes with the purpose `picture` only. Throws std::bad_alloc when there is not enough
+// memory, and nothing else.
 Decoded decode_picture(const FileBytes& file, const DecoderRequest& request);
 
 }  // namespace norvo

@@ -23,6 +23,7 @@ constexpr auto beginnings = std::to_array<Beginning>({
     {PictureFormat::png, 0, "\x89PNG\r\n\x1A\n"sv},
     {PictureFormat::gif, 0, "GIF87a"sv},
     {PictureFormat::gif, 0, "GIF89a"sv},
+    {PictureFormat::mng, 0, "\x8AMNG\r\n\x1A\n"sv},
     {PictureFormat::webp, 8, "WEBP"sv},
     {PictureFormat::psd, 0, "8BPS"sv},
     {PictureFormat::jpeg2000, 0, "\0\0\0\x0CjP  \r\n\x87\n"sv},
@@ -52,6 +53,7 @@ constexpr auto beginnings = std::to_array<Beginning>({
     {PictureFormat::pbm, 0, "P5"sv},
     {PictureFormat::pbm, 0, "P6"sv},
     {PictureFormat::xbm, 0, "#define"sv},
+    {PictureFormat::xpm, 0, "/* XPM"sv},
 });
 
 constexpr auto still_brands = std::to_array<std::string_view>(

@@ -19,6 +19,7 @@ enum class PictureFormat : std::uint8_t {
   jpeg,
   jpeg2000,
   jpeg_xl,
+  mng,
   pbm,  // the family of portable maps
   png,
   psd,
@@ -27,6 +28,7 @@ enum class PictureFormat : std::uint8_t {
   tiff,
   webp,
   xbm,
+  xpm,
 };
 
 // The decoders to try, the likeliest one first; empty when none reads this. `extension` is in small

@@ -29,12 +29,14 @@ constexpr auto qt_formats = std::to_array<QtFormat>({
     {PictureFormat::gif, "gif", false},
     {PictureFormat::icns, "icns", true},
     {PictureFormat::ico, "ico", false},
+    {PictureFormat::mng, "mng", true},
     {PictureFormat::pbm, "ppm", false},
     {PictureFormat::png, "png", true},
     {PictureFormat::tga, "tga", false},
     {PictureFormat::tiff, "tiff", true},
     {PictureFormat::webp, "webp", true},
     {PictureFormat::xbm, "xbm", false},
+    {PictureFormat::xpm, "xpm", false},
 });
 
 const QtFormat& qt_format(PictureFormat format) {
