@@ -5,16 +5,15 @@
 //
 // Ends with 1 when a file had no result, or too many, or one that says nothing about the file, or
 // when the decoder broke the protocol.
-#include <charconv>
 #include <chrono>
 #include <cstdint>
 #include <cstdio>
 #include <filesystem>
 #include <map>
-#include <random>
 #include <string>
 
 #include "decoder/PoolClient.h"
+#include "support/Damage.h"
 #include "support/FileContent.h"
 #include "support/TemporaryFolder.h"
 
@@ -22,53 +21,6 @@ namespace {
 
 namespace fs = std::filesystem;
 using namespace norvo;
-
-class Damage {
- public:
-  explicit Damage(std::uint64_t seed) : random_(seed) {}
-
-  std::string damaged(std::string content) {
-    switch (below(5)) {
-      case 0:
-        content.resize(below(content.size()));
-        break;
-      case 1:
-        for (std::size_t i = 1 + below(20); i > 0; --i) flip_bit(content);
-        break;
-      case 2:  // in the header, where the sizes are
-        for (std::size_t i = 1 + below(4); i > 0; --i) {
-          content[below(std::min<std::size_t>(content.size(), 256))] = any_byte();
-        }
-        break;
-      case 3:  // a sector of something else
-        overwrite(content, 512);
-        break;
-      default:
-        content.resize(content.size() / 2 + below(content.size() / 2 + 1));
-        flip_bit(content);
-        overwrite(content, 16);
-        break;
-    }
-    return content;
-  }
-
- private:
-  std::size_t below(std::size_t end) { return end == 0 ? 0 : random_() % end; }
-  char any_byte() { return static_cast<char>(random_() & 0xFFU); }
-  void flip_bit(std::string& content) {
-    if (content.empty()) return;
-    char& byte = content[below(content.size())];
-    byte = static_cast<char>(byte ^ (1 << below(8)));
-  }
-  void overwrite(std::string& content, std::size_t length) {
-    const std::size_t begin = below(content.size());
-    for (std::size_t i = begin; i < std::min(begin + length, content.size()); ++i) {
-      content[i] = any_byte();
-    }
-  }
-
-  std::mt19937_64 random_;
-};
 
 struct Count {
   std::size_t files = 0;
@@ -104,7 +56,8 @@ void add(Count& total, const Count& part) {
 }
 
 // All variants of one good picture.
-Count run(const fs::path& decoder, const fs::path& good, std::size_t variants, Damage& damage) {
+Count run(const fs::path& decoder, const fs::path& good, std::size_t variants,
+          test::Damage& damage) {
   const test::TemporaryFolder folder;
   const std::string content = test::read_file(good);
   test::PoolClient client;
@@ -126,20 +79,12 @@ Count run(const fs::path& decoder, const fs::path& good, std::size_t variants, D
   return counted;
 }
 
-std::uint64_t number(const char* text, std::uint64_t otherwise) {
-  if (text != nullptr) {
-    const std::string_view digits(text);
-    std::from_chars(digits.data(), digits.data() + digits.size(), otherwise);
-  }
-  return otherwise;
-}
-
 }  // namespace
 
 int main(int argc, char** argv) {
   if (argc < 3 || argc > 5) return 2;
-  const std::uint64_t variants = number(argc > 3 ? argv[3] : nullptr, 300);
-  const std::uint64_t seed = number(argc > 4 ? argv[4] : nullptr, 1);
+  const std::uint64_t variants = test::number_or(argc > 3 ? argv[3] : nullptr, 300);
+  const std::uint64_t seed = test::number_or(argc > 4 ? argv[4] : nullptr, 1);
   std::map<std::string, Count> by_format;
   Count total;
   // In a fixed order, so that the seed decides everything.
@@ -147,7 +92,7 @@ int main(int argc, char** argv) {
   for (const auto& entry : fs::directory_iterator(argv[2])) {
     pictures.emplace(entry.path().filename().native(), entry.path());
   }
-  Damage damage(seed);
+  test::Damage damage(seed);
   for (const auto& [name, path] : pictures) {
     const Count counted = run(argv[1], path, variants, damage);
     add(by_format[path.extension().native().substr(1)], counted);

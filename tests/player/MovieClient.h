@@ -6,6 +6,7 @@
 #include <chrono>
 #include <condition_variable>
 #include <mutex>
+#include <optional>
 #include <utility>
 #include <vector>
 
@@ -30,6 +31,19 @@ class MovieClient {
                    return event.kind == kind && event.movie == movie;
                  })) >= count;
     });
+  }
+
+  // The first event of `movie` that is one of `kinds`, when it comes within `patience`.
+  std::optional<MovieEvent::Kind> first_of(std::uint64_t movie,
+                                           const std::vector<MovieEvent::Kind>& kinds,
+                                           std::chrono::seconds patience) {
+    const auto is_wanted = [&](const MovieEvent& event) {
+      return event.movie == movie && std::ranges::find(kinds, event.kind) != kinds.end();
+    };
+    std::unique_lock lock(mutex_);
+    const auto found = [&] { return std::ranges::find_if(events_, is_wanted); };
+    if (!changed_.wait_for(lock, patience, [&] { return found() != events_.end(); })) return {};
+    return found()->kind;
   }
 
   std::vector<MovieEvent> of(MovieEvent::Kind kind) const {
