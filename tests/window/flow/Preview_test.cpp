@@ -14,6 +14,7 @@
 
 #include "platform/qt/FoundFilesScreen.h"
 #include "platform/qt/Header.h"
+#include "platform/qt/TypeIcons.h"
 #include "support/FileContent.h"
 #include "window/flow/SampleMovie.h"
 #include "window/flow/WindowFlow.h"
@@ -124,6 +125,10 @@ TEST_F(Preview, APictureIsShownInThePictureView) {
   EXPECT_EQ(picture().pixmap().size(), QSize(200, 100) * picture().devicePixelRatioF())
       << "as sharp as the screen";
   EXPECT_EQ(picture().pixmap().deviceIndependentSize(), QSizeF(200, 100));
+  const QColor colour = picture().pixmap().toImage().pixelColor(100, 50);
+  EXPECT_NEAR(colour.red(), 0, 4);
+  EXPECT_NEAR(colour.green(), 128, 4);
+  EXPECT_NEAR(colour.blue(), 0, 4);
   EXPECT_TRUE(flow_.is_visible(Control::QuickLook_View));
   EXPECT_FALSE(flow_.is_visible(Control::mMovieView));
 }
@@ -153,6 +158,8 @@ TEST_F(Preview, AFileOfUnknownTypeHasAnIcon) {
   flow_.select_row(Control::imageBrowser_2, 0);
   ASSERT_TRUE(flow_.wait_until([this] { return !picture().pixmap().isNull(); }));
   EXPECT_TRUE(flow_.is_visible(Control::QuickLook_View));
+  EXPECT_EQ(picture().pixmap().toImage(),
+            type_icon("xyz", 96, picture().devicePixelRatioF()).toImage());
 }
 
 TEST_F(Preview, AFrameIsAsSharpAsTheScreen) {
