@@ -82,8 +82,8 @@ class Elevation(unittest.TestCase):
         self.addCleanup(bundle.remove)
         return bundle
 
-    def assert_ends_silently(self, user: User, bundle: Bundle) -> None:
-        process = user.start([bundle.executable])
+    def assert_ends_silently(self, user: User, bundle: Bundle, **variables: str) -> None:
+        process = user.start([bundle.executable], **variables)
         out, err = process.communicate(timeout=PATIENCE)
         self.assertEqual((process.returncode, out, err), (0, '', ''))
 
@@ -147,6 +147,11 @@ class AnAllowedPerson(Elevation):
         found = report['environment']
         self.assertEqual({name: found.get(name) for name in wanted}, wanted)
         self.assertNotIn('PKEXEC_UID', found)
+
+    def test_may_have_a_shell_that_the_system_does_not_list(self) -> None:
+        self.app.plan([], [])
+        self.assert_ends_silently(self.person, self.app, SHELL='/nowhere/sh')
+        self.assertEqual(self.app.report()['environment']['SHELL'], '/bin/bash')
 
     def test_without_a_session_gets_no_variables_of_one(self) -> None:
         found = self.start()['environment']

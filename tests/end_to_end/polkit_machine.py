@@ -36,9 +36,10 @@ class User:
     other_gid: int  # of a group that the user belongs to besides
     home: Path
 
-    def start(self, command: list[object]) -> subprocess.Popen[str]:
-        """Starts a command as a login of this user would."""
-        environment = {'PATH': '/usr/bin:/bin', 'HOME': str(self.home), 'LANG': 'C.UTF-8'}
+    def start(self, command: list[object], **variables: str) -> subprocess.Popen[str]:
+        """Starts a command as a login of this user would, with `variables` besides."""
+        environment = {'PATH': '/usr/bin:/bin', 'HOME': str(self.home), 'LANG': 'C.UTF-8',
+                       **variables}
         return subprocess.Popen([str(word) for word in command], user=self.uid, group=self.gid,
                                 extra_groups=[self.other_gid], cwd=self.home, env=environment,
                                 stdin=subprocess.DEVNULL, stdout=subprocess.PIPE,

@@ -7,7 +7,9 @@
 #include <array>
 #include <cerrno>
 #include <chrono>
+#include <cstdlib>
 #include <filesystem>
+#include <optional>
 #include <thread>
 
 #include "platform/linux/DetachedProcess.h"
@@ -38,9 +40,12 @@ TEST(RelaunchCommand, IsDirectForRoot) {
 class Relaunch : public testing::Test {
  protected:
   fs::path program(const std::string& name) const {
+    return program_that_says(name, "printf '%s\\n' \"$0\" \"$@\"");
+  }
+  fs::path program_that_says(const std::string& name, const std::string& script) const {
     const fs::path path = folder_.path() / name;
-    test::write_file(path, "#!/bin/sh\nprintf '%s\\n' \"$0\" \"$@\" > " + unfinished().native() +
-                               "\nmv " + unfinished().native() + " " + said().native() + "\n");
+    test::write_file(path, "#!/bin/sh\n(" + script + ") > " + unfinished().native() + "\nmv " +
+                               unfinished().native() + " " + said().native() + "\n");
     chmod(path.c_str(), 0755);
     return path;
   }
@@ -77,6 +82,46 @@ TEST_F(Relaunch, RunsTheToolItselfForRoot) {
   EXPECT_EQ(authorization.copy_rights({}, 19), 0);
   EXPECT_EQ(authorization.execute_with_privileges(tool, arguments.data(), communications_), 0);
   EXPECT_EQ(wait_for_what_is_said(), tool.native() + "\na\nb\nc\n");
+}
+
+// The value of SHELL that a program gets, and of a variable that nobody leaves out.
+constexpr const char* environment = "printenv SHELL; printenv NORVO_KEPT";
+
+class ListedNowhere : public Relaunch {
+ protected:
+  ListedNowhere() {
+    setenv("SHELL", "/nowhere/sh", 1);
+    setenv("NORVO_KEPT", "kept", 1);
+  }
+  ~ListedNowhere() override {
+    unsetenv("NORVO_KEPT");
+    if (shell_) {
+      setenv("SHELL", shell_->c_str(), 1);
+    } else {
+      unsetenv("SHELL");
+    }
+  }
+
+ private:
+  const char* const found_ = getenv("SHELL");
+  const std::optional<std::string> shell_ =
+      found_ == nullptr ? std::nullopt : std::optional<std::string>(found_);
+};
+
+TEST_F(ListedNowhere, TheShellStaysBehindForPkexec) {
+  const fs::path pkexec = program_that_says("pkexec", environment);
+  PkexecAuthorization authorization(pkexec, false);
+  EXPECT_EQ(
+      authorization.execute_with_privileges(program("tool"), arguments.data(), communications_), 0);
+  EXPECT_EQ(wait_for_what_is_said(), "kept\n");
+  EXPECT_STREQ(getenv("SHELL"), "/nowhere/sh") << "the caller keeps it";
+}
+
+TEST_F(ListedNowhere, TheShellGoesAlongWithoutPkexec) {
+  const fs::path tool = program_that_says("tool", environment);
+  PkexecAuthorization authorization("/nothing/pkexec", true);
+  EXPECT_EQ(authorization.execute_with_privileges(tool, arguments.data(), communications_), 0);
+  EXPECT_EQ(wait_for_what_is_said(), "/nowhere/sh\nkept\n");
 }
 
 TEST_F(Relaunch, TheRightCannotBeHadWithoutPkexec) {

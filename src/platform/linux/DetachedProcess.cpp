@@ -5,6 +5,7 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <cstdlib>
 
 #include "platform/linux/Descriptors.h"
 
@@ -13,13 +14,16 @@ namespace {
 
 constexpr int cannot_run = 127;
 
-[[noreturn]] void stand_by(char* const* argv) {
+[[noreturn]] void stand_by(char* const* argv, const std::vector<std::string>& left_out) {
   setsid();
   const bool quiet = put_null_on_standard_streams();
   close_all_but_standard_streams();
   if (!quiet) _exit(cannot_run);
   const pid_t child = fork();
   if (child == 0) {
+    for (const std::string& name : left_out) {
+      unsetenv(name.c_str());  // NOLINT(concurrency-mt-unsafe)
+    }
     execv(argv[0], argv);
     _exit(cannot_run);
   }
@@ -29,7 +33,8 @@ constexpr int cannot_run = 127;
 
 }  // namespace
 
-int start_detached(const std::vector<std::string>& command) {
+int start_detached(const std::vector<std::string>& command,
+                   const std::vector<std::string>& left_out) {
   std::vector<std::string> words = command;
   std::vector<char*> argv;
   argv.reserve(words.size() + 1);
@@ -37,7 +42,7 @@ int start_detached(const std::vector<std::string>& command) {
   argv.push_back(nullptr);
   const pid_t parent = fork();
   if (parent < 0) return errno;
-  if (parent == 0) stand_by(argv.data());
+  if (parent == 0) stand_by(argv.data(), left_out);
   return 0;
 }
 

@@ -48,7 +48,11 @@ AuthorizationStatus PkexecAuthorization::execute_with_privileges(const std::stri
   communications = nullptr;
   const int error = error_of_running(tool);
   if (error != 0) return error;
-  return start_detached(relaunch_command(pkexec_, is_root_, tool, arguments));
+  // pkexec ends without a prompt when the shell is none of those that the system lists. The new
+  // process takes the account's shell.
+  const std::vector<std::string> left_out =
+      is_root_ ? std::vector<std::string>() : std::vector<std::string>{"SHELL"};
+  return start_detached(relaunch_command(pkexec_, is_root_, tool, arguments), left_out);
 }
 
 AuthorizationStatus PkexecAuthorization::free(std::uint32_t /*flags*/) {

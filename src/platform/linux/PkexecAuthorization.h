@@ -30,7 +30,7 @@ class PkexecAuthorization final : public Authorization {
 
   // ENOENT, EACCES and so on when `tool` is no file that this process may run; then nothing is
   // started and no password is asked for. There is no communications stream. The new process is
-  // start_detached's; that it was refused the right is not told.
+  // start_detached's, and pkexec gets no SHELL; that it was refused the right is not told.
   AuthorizationStatus execute_with_privileges(const std::string& tool, const char* const* arguments,
                                               std::FILE*& communications) override;
 
