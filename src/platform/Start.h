@@ -22,15 +22,18 @@ using Application = std::function<int(int argc, char** argv, DeviceOpener& opene
 // and "c", and ends at once with status 0, whether or not that worked: it does not return then, and
 // runs no clean-up handler. Nothing is shown but the system's own password prompt.
 //
-// With any other number of arguments `application` runs and its status is returned. On Linux it
-// runs as the person who asked, in that person's home and session and without any capability, while
-// `opener` reaches a second process that can do nothing but open block devices for reading; a
-// process whose rights cannot be given up completely ends with status 1 before `application` is
-// called. No program that it starts can gain rights (sudo and the like do not work there), and no
-// other process of the person can look into it. A process that it forks without running another
-// program must close its descriptors, or it keeps the way to the opener. Started by root for nobody
-// else it runs as root, and started by a person with four or more arguments with that person's
-// rights. On macOS it keeps the administrator right.
+// With any other number of arguments `application` runs and its status is returned. It finds the
+// null device on standard streams that were closed; where that cannot be had the status is 1, and
+// `application` is not called.
+//
+// On Linux it runs as the person who asked, in that person's home and session and without any
+// capability, while `opener` reaches a second process that can do nothing but open block devices
+// for reading; a process whose rights cannot be given up completely ends with status 1 before
+// `application` is called. No program that it starts can gain rights (sudo and the like do not work
+// there), and no other process of the person can look into it. A process that it forks without
+// running another program must close its descriptors, or it keeps the way to the opener. Started by
+// root for nobody else it runs as root, and started by a person with four or more arguments with
+// that person's rights. On macOS it keeps the administrator right.
 int start_program(int argc, char** argv, const Application& application);
 
 }  // namespace norvo

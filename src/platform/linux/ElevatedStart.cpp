@@ -18,7 +18,6 @@
 #include "platform/linux/Privileges.h"
 #include "platform/linux/RemoteDeviceOpener.h"
 #include "platform/linux/Session.h"
-#include "util/StandardStreams.h"
 
 namespace norvo {
 namespace {
@@ -41,7 +40,6 @@ std::optional<std::string> value_of(const char* variable) {
 
 int run_as(const Person& person, int argc, char** argv, const Application& application) {
   close_all_but_standard_streams();
-  if (!complete_standard_streams()) return 1;
   SocketPair sockets = make_packet_sockets();
   if (!sockets.first) return 1;
   const pid_t opener_process = fork();

@@ -7,7 +7,7 @@
 namespace norvo {
 
 // Runs `application` and returns its status. Main thread, before any other thread or toolkit object
-// exists.
+// exists. None of the standard streams is closed.
 //
 // As root, with a person behind it (PKEXEC_UID, or SUDO_UID without it): splits in two. This
 // process becomes the person and runs `application` with an opener that asks the other one, which
