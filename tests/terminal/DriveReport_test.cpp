@@ -76,6 +76,14 @@ TEST_F(DriveReportTest, ADriveIsAnEventWithItsNode) {
   EXPECT_EQ(err_.str(), "");
 }
 
+TEST_F(DriveReportTest, AnEventDoesNotSteerTheTerminalAndKeepsTheName) {
+  list_.addRow(MyDataObject::initWithString1(u"sdb1", u"\u009B2J\u202Ecod\u007F\u00E4\U0001F600",
+                                             u"", u"", u"", u""));
+  report(false, true);
+  EXPECT_THAT(out_.str(),
+              HasSubstr("\"volume\":\"\\u009b2J\\u202ecod\\u007f\\u00e4\\ud83d\\ude00\""));
+}
+
 TEST_F(DriveReportTest, AnEmptyListSaysWhatToDo) {
   report(false, false);
   EXPECT_EQ(out_.str(), "");

@@ -10,9 +10,11 @@ namespace {
 // Keeps the keys in the order in which they are written here.
 using Json = nlohmann::ordered_json;
 
+enum class Letters { as_they_are, ascii };
+
 // Paths are bytes; those that are no UTF-8 show U+FFFD.
-std::string line_of(const Json& event) {
-  return event.dump(-1, ' ', false, Json::error_handler_t::replace);
+std::string line_of(const Json& event, Letters letters = Letters::as_they_are) {
+  return event.dump(-1, ' ', letters == Letters::ascii, Json::error_handler_t::replace);
 }
 
 const char* code_of(Pass pass) {
@@ -65,6 +67,8 @@ void EventWriter::final(SearchOutcome outcome) {
 }
 
 void EventWriter::drive(const MyDataObject& row, const std::filesystem::path& node) {
+  // Whoever named the volume must not steer the terminal that the list is read on, and programs
+  // need the name unchanged: JSON allows for both.
   write_line(line_of({{"event", "drive"},
                       {"device", node.native()},
                       {"identifier", utf8_from_text(row.nsStrDiskIdentifier)},
@@ -72,7 +76,8 @@ void EventWriter::drive(const MyDataObject& row, const std::filesystem::path& no
                       {"file_system", utf8_from_text(row.nsStrFileSystem)},
                       {"size", utf8_from_text(row.nsStrSize)},
                       {"parent_disk", utf8_from_text(row.nsStrParentDisk)},
-                      {"sectors", integer64_value(row.nsStrSectors)}}));
+                      {"sectors", integer64_value(row.nsStrSectors)}},
+                     Letters::ascii));
 }
 
 void EventWriter::type(const FileTypeEntry& row) {

@@ -26,7 +26,8 @@ class EventWriter {
   void device_error(int error, bool permission);
   void final(SearchOutcome outcome);
 
-  // A row of the drive list, and the node from which it is read. No event of a search.
+  // A row of the drive list, and the node from which it is read; in ASCII, other characters are
+  // escaped. No event of a search.
   void drive(const MyDataObject& row, const std::filesystem::path& node);
 
   // A row of the check list. No event of a search.
