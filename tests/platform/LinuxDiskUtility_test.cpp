@@ -67,9 +67,24 @@ TEST_F(LinuxDiskUtilityTest, AReportCanBeHadWithoutAnEnumeration) {
   EXPECT_EQ(utility.info("sdb1")->text("BusProtocol"), u"USB");
 }
 
+// What a version without these columns does.
+std::string refusal(const std::string& unknown) {
+  return "case \"$*\" in " + unknown + ") echo 'lsblk: unknown column' >&2; exit 1;; esac\n";
+}
+
+TEST_F(LinuxDiskUtilityTest, ALsblkWithOneMountPointStillTellsTheVersionOfAFileSystem) {
+  LinuxDiskUtility utility(
+      {lsblk(refusal("*MOUNTPOINTS*") + "fsver=\n" +
+             "case \"$*\" in *FSVER*MOUNTPOINT) fsver='\"fsver\":\"FAT16\",';; esac\n" +
+             "echo '{\"blockdevices\":[{\"kname\":\"sdb1\",\"rm\":true,\"fstype\":\"vfat\",'"
+             "\"$fsver\"'\"mountpoint\":\"/media/stick\"}]}'\n")});
+  EXPECT_THAT(utility.mountedRemovableMedia(), ElementsAre("/media/stick"));
+  EXPECT_EQ(utility.info("/media/stick")->text("FilesystemUserVisibleName"), u"MS-DOS (FAT16)");
+}
+
 TEST_F(LinuxDiskUtilityTest, AnOlderLsblkIsAskedForItsOwnColumns) {
   LinuxDiskUtility utility(
-      {lsblk("case \"$*\" in *MOUNTPOINTS*) echo 'lsblk: unknown column' >&2; exit 1;; esac\n" +
+      {lsblk(refusal("*MOUNTPOINTS*|*FSVER*|*PATH*") +
              answer(R"({"kname":"sdb1","rm":"1","size":"1024","mountpoint":"/media/stick"})"))});
   EXPECT_THAT(utility.mountedRemovableMedia(), ElementsAre("/media/stick"));
   EXPECT_THAT(calls(), HasSubstr("\n--json --bytes -o KNAME,PKNAME,MAJ:MIN,TYPE,SIZE,RM,HOTPLUG,"

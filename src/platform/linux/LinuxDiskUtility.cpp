@@ -1,17 +1,21 @@
 #include "platform/linux/LinuxDiskUtility.h"
 
+#include <array>
+
 #include "util/Files.h"
 #include "util/RunProgram.h"
 
 namespace norvo {
 namespace {
 
-// The second list is for versions that refuse a column of the first one.
-constexpr const char* columns =
+// A version that does not know one of the columns refuses them all, so each list is for versions
+// that refuse the one before.
+constexpr std::array<const char*, 3> column_lists{
     "PATH,KNAME,PKNAME,MAJ:MIN,TYPE,SIZE,RM,HOTPLUG,TRAN,VENDOR,MODEL,LABEL,FSTYPE,FSVER,"
-    "MOUNTPOINTS";
-constexpr const char* older_columns =
-    "KNAME,PKNAME,MAJ:MIN,TYPE,SIZE,RM,HOTPLUG,TRAN,VENDOR,MODEL,LABEL,FSTYPE,MOUNTPOINT";
+    "MOUNTPOINTS",
+    "PATH,KNAME,PKNAME,MAJ:MIN,TYPE,SIZE,RM,HOTPLUG,TRAN,VENDOR,MODEL,LABEL,FSTYPE,FSVER,"
+    "MOUNTPOINT",
+    "KNAME,PKNAME,MAJ:MIN,TYPE,SIZE,RM,HOTPLUG,TRAN,VENDOR,MODEL,LABEL,FSTYPE,MOUNTPOINT"};
 
 ProgramResult run_lsblk(const std::filesystem::path& lsblk, const char* wanted,
                         std::chrono::milliseconds patience) {
@@ -29,16 +33,19 @@ void LinuxDiskUtility::ask() {
 
 void LinuxDiskUtility::ask_lsblk() {
   for (const std::filesystem::path& lsblk : lsblk_places_) {
-    ProgramResult result = run_lsblk(lsblk, columns, patience_);
-    if (result.end == ProgramResult::End::not_started) continue;
+    if (ask_lsblk_at(lsblk)) return;
+  }
+}
+
+bool LinuxDiskUtility::ask_lsblk_at(const std::filesystem::path& lsblk) {
+  for (const char* const columns : column_lists) {
+    const ProgramResult result = run_lsblk(lsblk, columns, patience_);
+    if (result.end == ProgramResult::End::not_started) return false;
     // A status other than 0 can also mean that some devices went away meanwhile.
     report_ = LsblkReport::parse(result.output, mounts_);
-    if (!report_ && result.end == ProgramResult::End::exited) {
-      result = run_lsblk(lsblk, older_columns, patience_);
-      report_ = LsblkReport::parse(result.output, mounts_);
-    }
-    return;
+    if (report_ || result.end != ProgramResult::End::exited) break;
   }
+  return true;
 }
 
 std::vector<std::filesystem::path> LinuxDiskUtility::mountedRemovableMedia() {

@@ -33,6 +33,8 @@ class LinuxDiskUtility final : public DiskUtility {
  private:
   void ask();
   void ask_lsblk();
+  // Whether there is an lsblk at this place.
+  bool ask_lsblk_at(const std::filesystem::path& lsblk);
 
   std::vector<std::filesystem::path> lsblk_places_;
   std::filesystem::path mount_table_;
