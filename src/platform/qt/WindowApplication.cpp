@@ -9,6 +9,7 @@
 #include "app/Bundle.h"
 #include "platform/BundleInfo.h"
 #include "platform/System.h"
+#include "platform/SystemLog.h"
 #include "platform/WindowSystem.h"
 #include "platform/qt/Look.h"
 #include "platform/qt/QtText.h"
@@ -22,6 +23,9 @@ namespace {
 constexpr int first_image = 4;
 
 constexpr TextView program_name = u"Norvo Recovery";
+
+// Of all editions; logs take a name up to its first blank.
+constexpr const char* log_name = "norvo-recovery";
 
 int refuse_to_start(TextView message) {
   QtAlertPanel panel(program_name);
@@ -66,6 +70,7 @@ int run_window_application(int argc, char** argv, DeviceOpener& opener) {
   if (const auto reason = reason_not_to_start(name)) return refuse_to_start(*reason);
   const Text identifier = read_bundle_property(bundle, "CFBundleIdentifier").value_or(Text());
   name_menu_entry(identifier);
+  SystemLog log(log_name);
   WindowProgram program({.bundle_name = *name,
                          .bundle_identifier = identifier,
                          .process_name = process_name(),
@@ -78,7 +83,8 @@ int run_window_application(int argc, char** argv, DeviceOpener& opener) {
                          .privacy_reset = make_system_privacy_reset(),
                          .permission_help = permission_help(),
                          .raw_node = raw_node,
-                         .lies_on_device = lies_on_device});
+                         .lies_on_device = lies_on_device,
+                         .log = log.stream()});
   program.show();
   for (int i = first_image; i < argc; ++i) program.open_disk_image(argv[i]);
   const int status = QApplication::exec();

@@ -62,7 +62,7 @@ DevicePermissionsSetting WindowProgram::permissions_setting() {
           .address_opener = privacy_reset == nullptr ? nullptr : &addresses_,
           .panel = panel_,
           .out = std::cout,
-          .log = std::clog};
+          .log = surroundings_.log};
 }
 
 WindowSession::Setting WindowProgram::session_setting() {
@@ -86,7 +86,7 @@ WindowSession::Setting WindowProgram::session_setting() {
               },
           .modal_session_is_open = [] { return QApplication::activeModalWidget() != nullptr; },
           .out = std::cout,
-          .log = std::clog};
+          .log = surroundings_.log};
 }
 
 void WindowProgram::show() {

@@ -6,6 +6,7 @@
 #include <filesystem>
 #include <functional>
 #include <memory>
+#include <ostream>
 
 #include "app/DeviceOpenerProbe.h"
 #include "app/WindowSession.h"
@@ -36,6 +37,7 @@ struct WindowSurroundings {
   std::function<std::filesystem::path(TextView disk_identifier)> raw_node;
   std::function<bool(const std::filesystem::path& folder, const std::filesystem::path& device)>
       lies_on_device;
+  std::ostream& log;  // the system log; outlives the program
 };
 
 class WindowProgram {

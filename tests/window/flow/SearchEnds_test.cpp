@@ -130,6 +130,15 @@ TEST(SearchEnds, AnEditionForRemovableMediaAsksForThatPermissionOnly) {
             "Ask an administrator.");
 }
 
+TEST(SearchEnds, ADriveThatMayNotBeReadIsToldToTheSystemLog) {
+  test::FakeMedium medium = refused_card();
+  test::WindowFlow flow(medium);
+  permission_text(flow);
+  EXPECT_EQ(flow.system_log.str(),
+            "Application Bundle Identifier: org.norvo.recovery.test\n"
+            "It appears there's a permission issue. Guiding user to System Settings.\n");
+}
+
 TEST(SearchEnds, ADriveThatCannotBeOpenedSaysWhy) {
   test::FakeMedium medium;
   medium.bytes = test::card_with_photos(1);

@@ -108,7 +108,8 @@ void DialogAnswers::answer(QWidget& dialog, const Expected& expected) {
 }
 
 WindowFlow::WindowFlow(FakeMedium& medium, TextView bundle_name,
-                       std::function<void()> looked_for_drives)
+                       std::function<void()> looked_for_drives,
+                       std::unique_ptr<PrivacyReset> privacy_reset)
     : opener_(medium) {
   const fs::path resources = folder_.path() / "Resources";
   fs::create_directories(resources);
@@ -126,13 +127,14 @@ WindowFlow::WindowFlow(FakeMedium& medium, TextView bundle_name,
       .opener = opener_,
       .disk_utility = std::make_unique<OneCard>(size_of(medium), std::move(looked_for_drives)),
       .sleep_guard = std::make_unique<RecordingSleepGuard>(sleep_asked),
-      .privacy_reset = nullptr,
+      .privacy_reset = std::move(privacy_reset),
       .permission_help = u"Ask an administrator.",
       .raw_node = [](TextView identifier) { return fs::path("/dev") / fs::path(identifier); },
       .lies_on_device =
           [this](const fs::path& /*folder*/, const fs::path& device) {
             return lies_on_device && device == "/dev/sdx1";
-          }});
+          },
+      .log = system_log});
   program_->show();
 }
 

@@ -8,6 +8,7 @@
 #include <deque>
 #include <functional>
 #include <memory>
+#include <sstream>
 #include <string>
 #include <vector>
 
@@ -67,9 +68,11 @@ class RecordingSleepGuard final : public SleepGuard {
 class WindowFlow {
  public:
   // One removable card, "sdx1", that holds `medium`. `looked_for_drives` is called each time that
-  // the mounted volumes are asked for.
+  // the mounted volumes are asked for. The system keeps permissions for each program where there is
+  // a `privacy_reset`.
   explicit WindowFlow(FakeMedium& medium, TextView bundle_name = u"Norvo Spruce",
-                      std::function<void()> looked_for_drives = {});
+                      std::function<void()> looked_for_drives = {},
+                      std::unique_ptr<PrivacyReset> privacy_reset = nullptr);
   ~WindowFlow();
 
   QWidget& widget(Control control) { return program_->window().widget(control); }
@@ -101,6 +104,7 @@ class WindowFlow {
   DialogAnswers dialogs;
   std::vector<bool> sleep_asked;
   bool lies_on_device = false;  // every folder on the card
+  std::ostringstream system_log;
 
  private:
   TemporaryFolder folder_;
