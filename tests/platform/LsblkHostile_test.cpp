@@ -155,7 +155,7 @@ TEST(LsblkHostile, TheLaptopsDrivesAreWhatEachEditionMayOffer) {
   for (const MyDataObject& row : all.nsMutaryOfDataObject()) {
     identifiers.push_back(row.nsStrDiskIdentifier);
   }
-  EXPECT_THAT(identifiers, ElementsAre(u"sda1", u"dm-0", u"sdb1", u"mmcblk0p1"));
+  EXPECT_THAT(identifiers, ElementsAre(u"sda1", u"dm-0", u"sdb1", u"mmcblk0p1", u"nvme0n1p2"));
 }
 
 }  // namespace

@@ -25,7 +25,7 @@ LsblkReport report_of(const std::string& devices) {
 TEST(LsblkReport, ListsMountPathsInLsblksOrder) {
   EXPECT_THAT(laptop().mount_paths(),
               ElementsAre("/snap/core/1", "/boot/efi", "/", "/srv/bound", "/media/ann/HOLIDAY",
-                          "/media/ann/ALBUM", "/media/ann/9"));
+                          "/media/ann/ALBUM", "/media/ann/9", "/media/ann/MEDIA"));
 }
 
 TEST(LsblkReport, RemovableVolumesLieOnDisksThatCanBeTakenOut) {
@@ -63,6 +63,22 @@ TEST(LsblkReport, AMappingsWholeDiskIsTheDiskBelowAllLayers) {
   EXPECT_EQ(root->text("ParentWholeDisk"), u"sda");
   EXPECT_EQ(root->text("BusProtocol"), u"SATA");
   EXPECT_EQ(root->text("FilesystemUserVisibleName"), u"ext4");
+}
+
+TEST(LsblkReport, AVolumeOfAVolumeGroupIsAsRemovableAsTheDiskBelowIt) {
+  const LsblkReport report = report_of(
+      R"({"kname":"sdb","type":"disk","rm":false,"hotplug":true,"tran":"usb","children":
+          [{"kname":"sdb1","pkname":"sdb","type":"part","fstype":"LVM2_member","children":
+            [{"path":"/dev/mapper/photos-2024","kname":"dm-4","pkname":"sdb1","type":"lvm",
+              "rm":false,"hotplug":false,"tran":null,"size":1073741824,"fstype":"ext4",
+              "mountpoints":["/media/photos"]}]}]})");
+  EXPECT_THAT(report.removable_mount_paths(), ElementsAre("/media/photos"));
+  const auto volume = report.info("/media/photos");
+  ASSERT_TRUE(volume);
+  EXPECT_EQ(volume->text("DeviceIdentifier"), u"dm-4");
+  EXPECT_EQ(volume->text("ParentWholeDisk"), u"sdb");
+  EXPECT_EQ(volume->text("BusProtocol"), u"USB");
+  EXPECT_EQ(volume->number("IOKitSize"), 1073741824U);
 }
 
 TEST(LsblkReport, AVolumeMountedAtSeveralPlacesIsTheSameAtEach) {

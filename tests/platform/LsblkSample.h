@@ -79,6 +79,12 @@ inline constexpr std::string_view laptop_lsblk = R"({
            "tran":"nvme", "vendor":null, "model":null, "serial":null, "label":"swap",
            "fstype":"swap", "fsver":"1", "uuid":"0", "pttype":"gpt", "log-sec":512,
            "mountpoints":["[SWAP]"]
+          },{
+           "path":"/dev/nvme0n1p2", "kname":"nvme0n1p2", "pkname":"nvme0n1", "maj:min":"259:2",
+           "type":"part", "size":1048576, "ro":false, "rm":false, "hotplug":false,
+           "tran":"nvme", "vendor":null, "model":null, "serial":null, "label":"MEDIA",
+           "fstype":"xfs", "fsver":null, "uuid":"g", "pttype":"gpt", "log-sec":512,
+           "mountpoints":["/media/ann/MEDIA"]
           }
        ]
       }

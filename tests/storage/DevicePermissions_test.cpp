@@ -20,8 +20,18 @@ using testing::Not;
 
 class RecordedReset final : public PrivacyReset {
  public:
-  void run(TextView command) override { commands.emplace_back(command); }
+  RecordedReset(const std::ostringstream& out, const std::ostringstream& log)
+      : out_(out), log_(log) {}
+  void run(TextView command) override {
+    commands.emplace_back(command);
+    told.push_back(out_.str() + log_.str());
+  }
   std::vector<Text> commands;
+  std::vector<std::string> told;  // by the output and the log, before each command
+
+ private:
+  const std::ostringstream& out_;
+  const std::ostringstream& log_;
 };
 
 class FakeAddressOpener final : public AddressOpener {
@@ -68,11 +78,11 @@ class DevicePermissionsTest : public testing::Test {
   Text platform_help_;
   bool has_privacy_ = true;
   FakeProbe probe_;
-  RecordedReset reset_;
   FakeAddressOpener opener_;
   FakePanel panel_;
   std::ostringstream out_;
   std::ostringstream log_;
+  RecordedReset reset_{out_, log_};
 };
 
 TEST_F(DevicePermissionsTest, ADeviceThatOpensIsProbedOnceAndNothingElseHappens) {
@@ -99,6 +109,13 @@ TEST_F(DevicePermissionsTest, AnEditionForHardDisksResetsAllFilesAsWell) {
   EXPECT_THAT(reset_.commands,
               ElementsAre(u"tccutil reset SystemPolicyRemovableVolumes com.norvo.birch",
                           u"tccutil reset SystemPolicyAllFiles com.norvo.birch"));
+}
+
+TEST_F(DevicePermissionsTest, ARefusalIsToldBeforeAnythingIsReset) {
+  probe_.error = EACCES;
+  permissions(true).Check_Have_Permissions("/dev/rdisk2s1");
+  const std::string told = "err no : 13\nApplication Bundle Identifier: com.norvo.birch\n";
+  EXPECT_THAT(reset_.told, ElementsAre(told, told));
 }
 
 TEST_F(DevicePermissionsTest, AnyFailureToOpenCountsAsRefused) {

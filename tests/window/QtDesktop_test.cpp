@@ -3,31 +3,14 @@
 #include <gtest/gtest.h>
 
 #include <QClipboard>
-#include <QDesktopServices>
 #include <QGuiApplication>
-#include <QUrl>
-#include <vector>
+
+#include "window/UrlTaker.h"
 
 namespace norvo {
 namespace {
 
-// Takes every address of one scheme as long as it lives.
-class UrlTaker : public QObject {
-  Q_OBJECT
-
- public:
-  explicit UrlTaker(QString scheme) : scheme_(std::move(scheme)) {
-    QDesktopServices::setUrlHandler(scheme_, this, "take");
-  }
-  ~UrlTaker() override { QDesktopServices::unsetUrlHandler(scheme_); }
-
-  Q_INVOKABLE void take(const QUrl& url) { taken.push_back(url); }
-
-  std::vector<QUrl> taken;
-
- private:
-  QString scheme_;
-};
+using test::UrlTaker;
 
 TEST(QtDesktop, OpensAPathAsAFile) {
   UrlTaker files("file");
@@ -59,5 +42,3 @@ TEST(QtDesktop, ACopiedTextReplacesTheClipboard) {
 
 }  // namespace
 }  // namespace norvo
-
-#include "QtDesktop_test.moc"

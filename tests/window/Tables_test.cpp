@@ -35,6 +35,20 @@ TEST_F(TablesTest, the_drive_list_shows_its_six_columns_as_given) {
   EXPECT_TRUE(alignment & Qt::AlignRight);
 }
 
+TEST_F(TablesTest, no_cell_of_the_drive_list_can_be_changed) {
+  window->reload(Control::idTableView);
+  auto* const model = table(Control::idTableView).model();
+  for (int row = 0; row < model->rowCount(); ++row) {
+    for (int column = 0; column < model->columnCount(); ++column) {
+      const QModelIndex cell = model->index(row, column);
+      EXPECT_FALSE(cell.flags() & (Qt::ItemIsEditable | Qt::ItemIsUserCheckable));
+      EXPECT_FALSE(model->setData(cell, QStringLiteral("another name")));
+      EXPECT_FALSE(model->setData(cell, Qt::Checked, Qt::CheckStateRole));
+    }
+  }
+  EXPECT_EQ(shown(Control::idTableView, 0, 1), u"CARD");
+}
+
 TEST_F(TablesTest, names_cannot_steer_the_display) {
   window->reload(Control::idTableView);
   EXPECT_EQ(shown(Control::idTableView, 1, 1), u"two\uFFFDlines\uFFFD");

@@ -9,6 +9,7 @@
 #include "engine/ScanOperations.h"
 #include "platform/qt/QtText.h"
 #include "support/FileSizeLimit.h"
+#include "window/UrlTaker.h"
 #include "window/flow/WindowFlow.h"
 
 namespace norvo {
@@ -128,6 +129,29 @@ TEST(SearchEnds, AnEditionForRemovableMediaAsksForThatPermissionOnly) {
             "Please go to System Settings > Privacy & Security > Files and Folders,\n"
             "find \"the program's file\" in the list, and enable \"Removable Volumes\" access.\n\n"
             "Ask an administrator.");
+}
+
+class RecordingReset final : public PrivacyReset {
+ public:
+  explicit RecordingReset(std::vector<Text>& commands) : commands_(commands) {}
+  void run(TextView command) override { commands_.emplace_back(command); }
+
+ private:
+  std::vector<Text>& commands_;
+};
+
+TEST(SearchEnds, PermissionsOfTheProgramAreResetAndTheirPaneOpensWhereTheSystemKeepsThem) {
+  test::UrlTaker panes("x-apple.systempreferences");
+  std::vector<Text> commands;
+  test::FakeMedium medium = refused_card();
+  test::WindowFlow flow(medium, u"Norvo Spruce", {}, std::make_unique<RecordingReset>(commands));
+  permission_text(flow);
+  EXPECT_THAT(commands,
+              ElementsAre(u"tccutil reset SystemPolicyRemovableVolumes org.norvo.recovery.test",
+                          u"tccutil reset SystemPolicyAllFiles org.norvo.recovery.test"));
+  ASSERT_EQ(panes.taken.size(), 1U);
+  EXPECT_EQ(panes.taken[0].toString(QUrl::FullyEncoded),
+            "x-apple.systempreferences:com.apple.preference.security?");
 }
 
 TEST(SearchEnds, ADriveThatMayNotBeReadIsToldToTheSystemLog) {
