@@ -2,6 +2,7 @@
 
 #include <atomic>
 #include <chrono>
+#include <memory>
 #include <thread>
 #include <utility>
 
@@ -77,15 +78,26 @@ std::vector<Recorded> CardSearch::recorded_from(std::size_t first) const {
 }
 
 bool CardSearch::timer_survives(const std::function<void()>& run_pass) {
-  std::atomic<int> ticks{0};
-  timer.start([&ticks] { ++ticks; });
+  return ticks_after(run_pass, std::chrono::minutes(1));
+}
+
+bool CardSearch::timer_ends(const std::function<void()>& run_pass) {
+  return !ticks_after(run_pass, std::chrono::milliseconds(1400));
+}
+
+bool CardSearch::ticks_after(const std::function<void()>& run_pass,
+                             std::chrono::milliseconds limit) {
+  // A tick that is running may outlast this function.
+  const auto ticks = std::make_shared<std::atomic<int>>(0);
+  timer.start([ticks] { ++*ticks; });
   run_pass();
-  const int before = ticks;
-  for (int waited = 0; waited < 14 && ticks == before; ++waited) {
-    std::this_thread::sleep_for(std::chrono::milliseconds(100));
+  const int before = *ticks;
+  const auto end = std::chrono::steady_clock::now() + limit;
+  while (*ticks == before && std::chrono::steady_clock::now() < end) {
+    std::this_thread::sleep_for(std::chrono::milliseconds(50));
   }
   timer.invalidate();
-  return ticks != before;
+  return *ticks != before;
 }
 
 std::string Alignment::text() const {

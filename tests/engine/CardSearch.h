@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <chrono>
 #include <cstdint>
 #include <functional>
 #include <map>
@@ -47,8 +48,12 @@ class CardSearch {
   // What was recorded from entry `first` on.
   std::vector<Recorded> recorded_from(std::size_t first) const;
 
-  // Whether a progress timer that was started before `run_pass` still ticks after it.
+  // Whether a progress timer that was started before `run_pass` still ticks after it; a tick that
+  // comes late on a busy machine counts.
   bool timer_survives(const std::function<void()>& run_pass);
+
+  // Whether such a timer is silent after `run_pass`, for the time of more than two ticks.
+  bool timer_ends(const std::function<void()>& run_pass);
 
   Card card;
   FakeMedium medium;
@@ -62,6 +67,8 @@ class CardSearch {
   FileWitnesses* witnesses = nullptr;
 
  private:
+  bool ticks_after(const std::function<void()>& run_pass, std::chrono::milliseconds limit);
+
   std::filesystem::path search_root_;
 };
 

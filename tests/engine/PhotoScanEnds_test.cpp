@@ -142,33 +142,33 @@ TEST(PhotoScan, ARunningNumberGoesOnFromPassToPassWhileFileNamesRestart) {
   EXPECT_EQ(search.state.THD_Image_number, 3U);
 }
 
-// Whether the progress timer still ticks once `search` has run its pass.
-bool timer_survives(PhotoSearch& search, const SignatureTable& table) {
-  return search.timer_survives([&] { static_cast<void>(search.run(Pass::general, table)); });
+// Runs the General pass of `search`, however it ends.
+std::function<void()> pass_of(PhotoSearch& search) {
+  return [&search] { static_cast<void>(search.run(Pass::general, table_of({jpeg()}))); };
 }
 
 TEST(PhotoScan, ANormalEndLeavesTheProgressTimerRunning) {
   PhotoSearch search("Ja");
-  EXPECT_TRUE(timer_survives(search, table_of({jpeg()})));
+  EXPECT_TRUE(search.timer_survives(pass_of(search)));
 }
 
 TEST(PhotoScan, AStopInvalidatesTheProgressTimer) {
   PhotoSearch search("JJaa");
   stop_at_first_report(search);
-  EXPECT_FALSE(timer_survives(search, table_of({jpeg()})));
+  EXPECT_TRUE(search.timer_ends(pass_of(search)));
 }
 
 TEST(PhotoScan, ASavingFailureInvalidatesTheProgressTimer) {
   PhotoSearch search("Ja");
   search.request.destination = "/dev/null/nowhere";
-  EXPECT_FALSE(timer_survives(search, table_of({jpeg()})));
+  EXPECT_TRUE(search.timer_ends(pass_of(search)));
   EXPECT_EQ(search.state.outcome, SearchOutcome::save_failed);
 }
 
 TEST(PhotoScan, ADeviceThatCannotBeOpenedInvalidatesTheProgressTimer) {
   PhotoSearch search("Ja");
   search.medium.open_error = ENOENT;
-  EXPECT_FALSE(timer_survives(search, table_of({jpeg()})));
+  EXPECT_TRUE(search.timer_ends(pass_of(search)));
   EXPECT_EQ(search.state.outcome, SearchOutcome::open_failed);
 }
 

@@ -182,8 +182,8 @@ TEST(RawFileScan, ADeviceThatCannotBeOpenedOtherwiseGetsTheGenericAlert) {
 TEST(RawFileScan, ADeviceThatCannotBeOpenedInvalidatesTheProgressTimer) {
   RawFileSearch search("Ja");
   search.medium.open_error = ENOENT;
-  EXPECT_FALSE(
-      search.timer_survives([&] { EXPECT_FALSE(search.run(Pass::general, table_of({jpeg()}))); }));
+  EXPECT_TRUE(
+      search.timer_ends([&] { EXPECT_FALSE(search.run(Pass::general, table_of({jpeg()}))); }));
 }
 
 TEST(RawFileScan, EachSearchTypeHasAFolderOfItsOwn) {

@@ -161,8 +161,8 @@ TEST(RawFileScan, ASavingFailureTakesAStopRequestBack) {
 TEST(RawFileScan, ASavingFailureInvalidatesTheProgressTimer) {
   RawFileSearch search("Ja");
   search.request.destination = "/dev/null/nowhere";
-  EXPECT_FALSE(
-      search.timer_survives([&] { EXPECT_FALSE(search.run(Pass::general, table_of({jpeg()}))); }));
+  EXPECT_TRUE(
+      search.timer_ends([&] { EXPECT_FALSE(search.run(Pass::general, table_of({jpeg()}))); }));
   EXPECT_EQ(search.state.outcome, SearchOutcome::save_failed);
 }
 

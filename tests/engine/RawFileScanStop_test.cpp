@@ -131,8 +131,8 @@ TEST(RawFileScan, ANormalEndLeavesTheProgressTimerRunning) {
 TEST(RawFileScan, AStopInvalidatesTheProgressTimer) {
   RawFileSearch search("JJaa");
   stop_at_first_report(search);
-  EXPECT_FALSE(
-      search.timer_survives([&] { EXPECT_FALSE(search.run(Pass::general, table_of({jpeg()}))); }));
+  EXPECT_TRUE(
+      search.timer_ends([&] { EXPECT_FALSE(search.run(Pass::general, table_of({jpeg()}))); }));
 }
 
 }  // namespace

@@ -206,9 +206,9 @@ TEST(ScanWorker, IsWaitedForWhenItIsDestroyed) {
   EXPECT_TRUE(ended);
 }
 
-// Waits up to three seconds for a refresh after the first `before` ones.
+// Waits up to a minute for a refresh after the first `before` ones.
 bool refreshes_after(const PhotoSearch& search, std::size_t before) {
-  for (int waited = 0; waited < 30; ++waited) {
+  for (int waited = 0; waited < 600; ++waited) {
     if (search.recorder.all<operation::SetSectorLabel>().size() > before) return true;
     std::this_thread::sleep_for(std::chrono::milliseconds(100));
   }
