@@ -51,13 +51,11 @@ class LoginManager : public QDBusVirtualObject {
     std::array<int, 2> ends{};
     if (message.member() != "Inhibit" || pipe(ends.data()) != 0) return false;
     // A copy of the end goes out.
-    connection.send(message.createReply(QVariant::fromValue(QDBusUnixFileDescriptor(ends[1]))));
+    const QDBusUnixFileDescriptor lock(ends[1]);
     close(ends[1]);
-    const std::scoped_lock guard(mutex_);
-    calls_.push_back(message.interface() + "." + message.member());
-    arguments_.clear();
-    for (const QVariant& argument : message.arguments()) arguments_.push_back(argument.toString());
-    locks_.emplace_back(ends[0]);
+    note(message, ends[0]);
+    // Last: who has the answer asks what was noted.
+    connection.send(message.createReply(QVariant::fromValue(lock)));
     return true;
   }
 
@@ -76,6 +74,14 @@ class LoginManager : public QDBusVirtualObject {
   }
 
  private:
+  void note(const QDBusMessage& message, int our_end) {
+    const std::scoped_lock guard(mutex_);
+    calls_.push_back(message.interface() + "." + message.member());
+    arguments_.clear();
+    for (const QVariant& argument : message.arguments()) arguments_.push_back(argument.toString());
+    locks_.emplace_back(our_end);
+  }
+
   mutable std::mutex mutex_;
   std::vector<QString> calls_;
   std::vector<QString> arguments_;
