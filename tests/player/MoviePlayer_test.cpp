@@ -1,6 +1,7 @@
 #include "platform/player/MoviePlayer.h"
 
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 
 #include <string>
 #include <thread>
@@ -22,6 +23,16 @@ class MoviePlayerTest : public ::testing::Test {
   std::filesystem::path file(const std::string& word) {
     write_file(folder_.path() / word, word);
     return folder_.path() / word;
+  }
+
+  // Waits until the player of that file has got a command after the one to open it.
+  bool has_got_a_command(const std::string& word) const {
+    struct stat status {};
+    for (int i = 0; i < 3000; ++i) {
+      if (stat((folder_.path() / word).c_str(), &status) == 0 && status.st_mtime == 1) return true;
+      std::this_thread::sleep_for(milliseconds(10));
+    }
+    return false;
   }
 
   TemporaryFolder folder_;
@@ -131,7 +142,7 @@ TEST_F(MoviePlayerTest, APlayerHearsThatItsFrameWasTakenWhenItWas) {
   client.player.taken();
   ASSERT_TRUE(client.wait_for(Kind::frame, movie));
   client.player.pause();
-  std::this_thread::sleep_for(milliseconds(100));
+  ASSERT_TRUE(has_got_a_command("frame"));
   client.take_all(true);
   client.player.taken();
   ASSERT_TRUE(client.wait_for(Kind::position, movie, 2));

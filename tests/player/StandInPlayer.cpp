@@ -1,11 +1,13 @@
 // A player that does what the first word of each file says. It stands in for the real one in tests
 // and is part of no product.
 #include <signal.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <array>
 #include <cstdlib>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "platform/decoder/DescriptorMessage.h"
@@ -35,6 +37,13 @@ void say_opened_and_ended() {
   send(both.data(), both.size());
 }
 
+// Makes the file's time so many seconds: what a test can see of commands while it takes no report.
+void mark(int movie, std::int64_t commands) {
+  const timespec time{.tv_sec = commands, .tv_nsec = 0};
+  const std::array<timespec, 2> times{time, time};
+  if (futimens(movie, times.data()) != 0) std::_Exit(9);
+}
+
 // What it says once the movie is open.
 void go_on(const std::string& word, norvo::PictureSize box) {
   if (word == "late-crash") raise(SIGSEGV);
@@ -52,6 +61,8 @@ void go_on(const std::string& word, norvo::PictureSize box) {
 int main() {
   norvo::MovieMessage message{};
   norvo::UniqueFd file;
+  norvo::UniqueFd movie;
+  std::int64_t commands = 0;  // after the one that opened the movie
   while (norvo::receive_message(STDIN_FILENO, message, file)) {
     const auto command = norvo::decode_command(message);
     if (!command) return 3;
@@ -59,10 +70,12 @@ int main() {
       // Tells which commands arrive.
       say(MovieReport::Kind::position, {},
           static_cast<std::int64_t>(command->kind) * 1000 + command->milliseconds);
+      mark(movie.get(), ++commands);
       continue;
     }
+    movie = std::move(file);
     std::string word(16, '\0');
-    const ssize_t got = pread(file.get(), word.data(), word.size(), 0);
+    const ssize_t got = pread(movie.get(), word.data(), word.size(), 0);
     word.resize(got > 0 ? static_cast<std::size_t>(got) : 0);
     if (word == "crash") raise(SIGSEGV);
     if (word == "exit") return 0;
