@@ -10,6 +10,8 @@
 #include <QWheelEvent>
 
 #include "platform/qt/TableView.h"
+#include "support/FileContent.h"
+#include "support/TemporaryFolder.h"
 #include "window/WindowTest.h"
 
 namespace norvo {
@@ -176,8 +178,9 @@ TEST_F(ActsTest, the_close_control_is_told_and_the_window_stays) {
 
 TEST_F(ActsTest, a_chosen_disk_image_is_told) {
   show({Control::refresh_Box, Control::open_image_btn});
-  const std::string image = testing::TempDir() + "window_test.img";
-  ASSERT_NE(std::fclose(std::fopen(image.c_str(), "w")), EOF);
+  const test::TemporaryFolder folder;
+  const std::string image = folder.path() / "card.img";
+  test::write_file(image, "");
   QTimer::singleShot(100, [this, &image] {
     auto* chooser = window->findChild<QFileDialog*>(u"image_chooser"_s);
     ASSERT_NE(chooser, nullptr);
@@ -190,8 +193,9 @@ TEST_F(ActsTest, a_chosen_disk_image_is_told) {
 
 TEST_F(ActsTest, a_disk_image_can_be_dropped_on_the_drive_list) {
   show({Control::idTableView});
-  const std::string image = testing::TempDir() + "window_test.img";
-  ASSERT_NE(std::fclose(std::fopen(image.c_str(), "w")), EOF);
+  const test::TemporaryFolder folder;
+  const std::string image = folder.path() / "card.img";
+  test::write_file(image, "");
   QMimeData data;
   data.setUrls({QUrl::fromLocalFile(QString::fromStdString(image))});
   EXPECT_TRUE(drop(*find<TableView>(Control::idTableView).viewport(), data, QPoint(20, 20)));

@@ -7,6 +7,7 @@
 #include "platform/qt/QtMainThread.h"
 #include "platform/qt/Theme.h"
 #include "platform/qt/TypeIcons.h"
+#include "support/TemporaryFolder.h"
 #include "window/InProcessThumbnails.h"
 #include "window/WindowTest.h"
 
@@ -26,14 +27,15 @@ class InProcessThumbnailsTest : public testing::Test {
                      });
   }
 
-  static std::filesystem::path picture_file(int width, int height) {
-    const std::filesystem::path path = std::filesystem::path(testing::TempDir()) / "picture.png";
+  std::filesystem::path picture_file(int width, int height) const {
+    const std::filesystem::path path = folder.path() / "picture.png";
     QImage picture(width, height, QImage::Format_RGB32);
     picture.fill(Qt::darkCyan);
     EXPECT_TRUE(picture.save(QString::fromStdString(path.string())));
     return path;
   }
 
+  test::TemporaryFolder folder;
   QtMainThread main_thread;
   InProcessThumbnails source{main_thread};
   std::vector<std::string> names;
@@ -56,7 +58,7 @@ TEST_F(InProcessThumbnailsTest, a_small_picture_is_not_enlarged) {
 }
 
 TEST_F(InProcessThumbnailsTest, what_is_no_picture_is_a_failure) {
-  const std::filesystem::path path = std::filesystem::path(testing::TempDir()) / "broken.jpg";
+  const std::filesystem::path path = folder.path() / "broken.jpg";
   std::ofstream(path) << "\xff\xd8\xff\xe0 no picture";
   source.request(path, u"broken"_s, 100);
   source.request("/nowhere/at/all.jpg", u"missing"_s, 100);

@@ -5,6 +5,7 @@
 #include <QSignalSpy>
 #include <QTest>
 
+#include "support/TemporaryFolder.h"
 #include "window/WindowTest.h"
 
 namespace norvo {
@@ -241,8 +242,8 @@ TEST_F(ResultViewTest, a_photo_that_cannot_be_shown_is_marked_once) {
 }
 
 TEST_F(ResultViewTest, a_photo_that_cannot_be_shown_is_drawn_from_the_placeholders_bytes) {
-  const std::filesystem::path placeholder =
-      std::filesystem::path(testing::TempDir()) / "NoPreview.png";
+  const test::TemporaryFolder folder;
+  const std::filesystem::path placeholder = folder.path() / "NoPreview.png";
   QImage picture(40, 40, QImage::Format_RGB32);
   picture.fill(Qt::magenta);
   ASSERT_TRUE(picture.save(QString::fromStdString(placeholder.string())));
