@@ -136,6 +136,13 @@ TEST_F(AlertTest, escape_and_closing_change_nothing) {
   EXPECT_EQ(answer(notice, close), AlertAnswer::default_button);
 }
 
+// As often `part` as it takes to be `pixels` long.
+Text text_of_length(const QFontMetrics& metrics, TextView part, int pixels) {
+  Text text;
+  while (metrics.horizontalAdvance(to_qt(text)) < pixels) text += part;
+  return text;
+}
+
 const QLabel* label_of(const QWidget& dialog, const QString& text) {
   for (const QLabel* label : dialog.findChildren<QLabel*>()) {
     if (label->text() == text) return label;
@@ -213,14 +220,17 @@ TEST_F(NoticesTest, the_end_of_a_search_tells_what_became_of_it_and_names_the_su
 }
 
 TEST_F(NoticesTest, the_end_of_a_search_shows_the_whole_path_however_long) {
-  const auto height_of_path = [this](const Text& path) {
+  static constexpr int width = 400;
+  QFontMetrics metrics = window->fontMetrics();  // the path's, once one was shown
+  const auto height_of_path = [this, &metrics](const Text& path) {
     int height = 0;
     saved_place = path;
     when_shown<QDialog>(u"SaveFile_Info"_s, [&](QDialog& dialog) {
       for (const QLabel* label : dialog.findChildren<QLabel*>()) {
         if (to_text(label->text()) != path) continue;
         height = label->height();
-        EXPECT_LE(label->width(), 400);
+        metrics = label->fontMetrics();
+        EXPECT_LE(label->width(), width);
         EXPECT_EQ(label->height() % label->fontMetrics().lineSpacing(), 0);
       }
       press(dialog, u"OK_Btn"_s);
@@ -231,9 +241,9 @@ TEST_F(NoticesTest, the_end_of_a_search_shows_the_whole_path_however_long) {
   };
   const int line = height_of_path(u"/home/anna/Found");
   ASSERT_GT(line, 0);
-  EXPECT_EQ(height_of_path(u"/home/anna/Pictures/Recovered/Norvo Spruce Results/Photo Search"),
-            2 * line);
-  EXPECT_EQ(height_of_path(u"/home/" + Text(80, u'n')), 3 * line) << "a name without any gap";
+  EXPECT_EQ(height_of_path(text_of_length(metrics, u"/my photos", width * 3 / 2)), 2 * line);
+  EXPECT_EQ(height_of_path(u"/home/" + text_of_length(metrics, u"n", width * 3 / 2)), 3 * line)
+      << "a name without any gap";
   const int longest = height_of_path(u"/home/" + Text(4000, u'n'));
   EXPECT_GE(longest, 5 * line);
   EXPECT_LE(longest, 8 * line) << "the screen has an end";
@@ -291,12 +301,12 @@ TEST_F(NoticesTest, the_main_window_comes_to_the_front_after_the_rebuild) {
   QWidget other;
   other.show();
   other.activateWindow();
-  ASSERT_TRUE(QTest::qWaitForWindowActive(&other));
+  ASSERT_TRUE(QTest::qWaitForWindowActive(&other, patience));
   notices.show_LoadDrive();
   const EventCounter raised(*window, QEvent::ZOrderChange);
   notices.hide_LoadDrive();
   EXPECT_EQ(raised.count, 1);
-  EXPECT_TRUE(QTest::qWaitForWindowActive(window.get()));
+  EXPECT_TRUE(QTest::qWaitForWindowActive(window.get(), patience));
 }
 
 TEST_F(NoticesTest, the_clearing_notice_leaves_the_window_to_the_person) {

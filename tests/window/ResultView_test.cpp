@@ -46,7 +46,8 @@ TEST_F(ResultViewTest, steady_reports_redraw_at_most_ten_times_a_second) {
   QSignalSpy growth(view().model(), &QAbstractItemModel::rowsInserted);
   QElapsedTimer passed;
   passed.start();
-  while (passed.elapsed() < 1000) {
+  // A busy machine may have no time for three within the first second.
+  while (passed.elapsed() < 1000 || (growth.count() < 3 && passed.elapsed() < patience)) {
     add_photos(1);
     QTest::qWait(2);
   }

@@ -63,7 +63,7 @@ void SilentThumbnails::request(const std::filesystem::path& path, const QString&
 }
 
 bool wait_until(const std::function<bool()>& done) {
-  return QTest::qWaitFor(done, 5000);
+  return QTest::qWaitFor(done, patience);
 }
 
 bool drop(QWidget& target, const QMimeData& content, const QPoint& place) {
@@ -109,7 +109,7 @@ void WindowTest::show(const std::vector<Control>& controls) {
   for (const Control control : controls) window->set_hidden(control, false);
   window->show();
   window->activateWindow();
-  ASSERT_TRUE(QTest::qWaitForWindowActive(window.get()));
+  ASSERT_TRUE(QTest::qWaitForWindowActive(window.get(), patience));
 }
 
 void WindowTest::add_photos(std::size_t count) {

@@ -49,7 +49,10 @@ class SilentThumbnails : public ThumbnailSource {
   int cancelled = 0;
 };
 
-// Lets the event loop work until `done` or for five seconds; returns whether it was done.
+// How long a window may take for anything, in milliseconds: on a busy machine it is quick seldom.
+constexpr int patience = 60'000;
+
+// Lets the event loop work until `done` or out of patience; returns whether it was done.
 bool wait_until(const std::function<bool()>& done);
 
 // Drags `content` over `target` and lets it go at `place`; returns whether it was taken.
