@@ -215,7 +215,7 @@ TEST_F(Preview, WhatIsNotReadyWhenThePersonGoesBackIsNeverShown) {
     QTest::qWait(3000);
     EXPECT_FALSE(page().isVisible()) << of_movie;
     EXPECT_EQ(header(), before) << of_movie;
-    EXPECT_EQ(player_processes(), 0);
+    EXPECT_TRUE(flow_.wait_until([] { return player_processes() == 0; })) << of_movie;
     EXPECT_TRUE(picture().pixmap().isNull());
     ended_ = flow_.search_to_the_end();
     flow_.program().controller().gallery().empty_images();
