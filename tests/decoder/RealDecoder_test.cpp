@@ -76,6 +76,7 @@ TEST_F(RealDecoder, OneProcessLastsForManyFiles) {
 
 // Its picture is not waited for: on a busy machine it may take long.
 TEST_F(RealDecoder, TakesOnlyIdleProcessorsInTheBackground) {
+  const NewDecoders decoders;
   settings_.processes = 1;
   DecoderPool pool(settings_, client_.callback());
   DecoderJob job{.id = 1,
@@ -84,12 +85,12 @@ TEST_F(RealDecoder, TakesOnlyIdleProcessorsInTheBackground) {
                  .wants_verdict = false};
   pool.request(job);
   ASSERT_TRUE(client_.wait_for(1));
-  EXPECT_FALSE(has_child_with_policy(SCHED_IDLE));
+  EXPECT_FALSE(decoders.any_has_policy(SCHED_IDLE));
   pool.set_background(true);
   job.id = 2;
   pool.request(job);
   const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(60);
-  while (!has_child_with_policy(SCHED_IDLE)) {
+  while (!decoders.any_has_policy(SCHED_IDLE)) {
     ASSERT_LT(std::chrono::steady_clock::now(), end);
     std::this_thread::sleep_for(std::chrono::milliseconds(10));
   }

@@ -87,6 +87,7 @@ test::FakeMedium large_card(const std::atomic<bool>& more) {
 // Each picture is asked for when it is first drawn. So that some are left to ask for after the
 // search, however quick the decoders are, photos are found while nothing is drawn.
 TEST_F(DecodedThumbnails, ComeAfterTheSearchWhileItRuns) {
+  const test::NewDecoders decoders;
   std::atomic<bool> more = false;
   test::FakeMedium medium = large_card(more);
   test::WindowFlow flow(medium);
@@ -94,7 +95,7 @@ TEST_F(DecodedThumbnails, ComeAfterTheSearchWhileItRuns) {
   flow.click(Control::next_btn);
   flow.choose_destination();
   flow.click(Control::next_btn);
-  ASSERT_TRUE(flow.wait_until([] { return test::has_child_with_policy(SCHED_IDLE); }));
+  ASSERT_TRUE(flow.wait_until([&] { return decoders.any_has_policy(SCHED_IDLE); }));
   auto* const gallery = qobject_cast<QAbstractItemView*>(&flow.widget(Control::imageBrowser));
   gallery->setUpdatesEnabled(false);
   more = true;
@@ -105,7 +106,7 @@ TEST_F(DecodedThumbnails, ComeAfterTheSearchWhileItRuns) {
   ASSERT_TRUE(flow.wait_until([&] { return flow.is_enabled(Control::back_btn); }));
   gallery->setUpdatesEnabled(true);
   gallery->scrollToBottom();
-  EXPECT_TRUE(flow.wait_until([] { return test::has_child_with_policy(SCHED_OTHER); }));
+  EXPECT_TRUE(flow.wait_until([&] { return decoders.any_has_policy(SCHED_OTHER); }));
 }
 
 }  // namespace
