@@ -3,9 +3,9 @@
 import signal
 
 import disks
-from harness import GENERAL, Run, main
+from harness import GENERAL, PATIENCE, Run, main
 from pictures import make_jpegs
-from running_search import AT_ONCE, HeldSearch, RunningSearch
+from running_search import HeldSearch, RunningSearch
 
 STOPPED = 130
 
@@ -68,7 +68,7 @@ class StopWhereNothingIsFound(StopCase):
         third = self.destination / GENERAL / 'JPG' / 'GND00003.JPG'
         self.wait_until(third.exists, search)
         search.send_signal(signal.SIGINT)
-        search.wait(AT_ONCE)
+        search.wait(PATIENCE)
         self.assertEqual(search.returncode, STOPPED, self.err.read_text('utf-8'))
         out = self.out.read_text('utf-8')
         self.assertIn('Stopped. Found up to there:', out)
