@@ -15,16 +15,27 @@ namespace norvo::test {
 // Those that are started after this is made: some of the test before may still be on their way out.
 class NewDecoders {
  public:
+  // Whether there is one.
+  bool any() const {
+    return any_is([](pid_t) { return true; });
+  }
+
   // Whether one has the scheduling policy, SCHED_IDLE for example.
   bool any_has_policy(int policy) const {
-    const std::set<pid_t> now = children();
-    return std::any_of(now.begin(), now.end(), [this, policy](pid_t child) {
-      if (before_.contains(child) || sched_getscheduler(child) != policy) return false;
+    return any_is([policy](pid_t child) {
+      if (sched_getscheduler(child) != policy) return false;
       return policy != sched_getscheduler(0) || has_chosen(child);
     });
   }
 
  private:
+  template <class Condition>
+  bool any_is(const Condition& condition) const {
+    const std::set<pid_t> now = children();
+    return std::any_of(now.begin(), now.end(),
+                       [&](pid_t child) { return !before_.contains(child) && condition(child); });
+  }
+
   static std::set<pid_t> children() {
     std::set<pid_t> found;
     for (const auto& thread : std::filesystem::directory_iterator("/proc/self/task")) {

@@ -81,25 +81,25 @@ TEST(DecoderThumbnails, a_decoder_that_does_not_start_says_nothing_of_the_file) 
 // The stand-in is held by its first file until another one is in its place.
 TEST(DecoderThumbnails, what_is_looked_at_comes_before_what_was_asked_for_later) {
   const test::TemporaryFolder folder;
-  const auto file = [&folder](const char* name) { return folder.path() / name; };
-  test::write_file(file("held"), "held 1");
-  test::write_file(file("good"), "good 1");
+  for (const char* const name : {"held", "good", "new"}) {
+    test::write_file(folder.path() / name, std::string(name) + " 1");
+  }
   QtMainThread main_thread;
+  const test::NewDecoders decoders;
   DecoderThumbnails source(main_thread, {.decoder = NORVO_STAND_IN_DECODER, .processes = 1});
   std::string order;
   QObject::connect(&source, &ThumbnailSource::done, &source,
                    [&order](const QString& image_UID) { order += image_UID.toStdString(); });
-  source.request(file("held"), u"0"_s, 10);
-  // By then the first one is no longer waiting.
-  ASSERT_TRUE(wait_until([] { return test::has_child(); }));
+  source.request(folder.path() / "held", u"0"_s, 10);
+  // It starts for the first one, which waits no longer then.
+  ASSERT_TRUE(wait_until([&decoders] { return decoders.any(); }));
   for (const QString& image_UID : {u"1"_s, u"2"_s, u"3"_s}) {
-    source.request(file("good"), image_UID, 10);
+    source.request(folder.path() / "good", image_UID, 10);
   }
   source.put_first(u"2"_s);
   source.put_first(u"1"_s);
   source.put_first(u"none"_s);
-  std::filesystem::rename(file("good"), file("held"));
-  test::write_file(file("good"), "good 1");
+  std::filesystem::rename(folder.path() / "new", folder.path() / "held");
   ASSERT_TRUE(wait_until([&order] { return order.size() == 4; }));
   EXPECT_EQ(order, "0123");
 }
