@@ -80,6 +80,14 @@ TEST_F(EventWriterTest, WritesATypeOfTheCheckList) {
                                 "'description':''}\n"));
 }
 
+TEST_F(EventWriterTest, WritesATypeOfAStrangersSignatureFileInAscii) {
+  FileTypeCheckList list;
+  list.createExtensionListTableRecord(u"\u009BX", true, u"\u202Ecod \u00E4", u"");
+  writer_.type(list.rows().at(0));
+  EXPECT_EQ(stream_.str(), json("{'event':'type','extension':'\\u009bX','thorough':false,"
+                                "'description':'\\u202ecod \\u00e4'}\n"));
+}
+
 TEST_F(EventWriterTest, EscapesWhatJsonDoesNotAllowInATextAndNothingElse) {
   writer_.message(u"\"\\/\t\u0001\u00E4\U0001F600");
   EXPECT_EQ(stream_.str(), json("{'event':'message',"

@@ -10,6 +10,8 @@ namespace {
 // Keeps the keys in the order in which they are written here.
 using Json = nlohmann::ordered_json;
 
+// Whoever named a volume or wrote a signature file must not steer the terminal that a list is read
+// on, and programs need the words unchanged: JSON in ASCII allows for both.
 enum class Letters { as_they_are, ascii };
 
 // Paths are bytes; those that are no UTF-8 show U+FFFD.
@@ -67,8 +69,6 @@ void EventWriter::final(SearchOutcome outcome) {
 }
 
 void EventWriter::drive(const MyDataObject& row, const std::filesystem::path& node) {
-  // Whoever named the volume must not steer the terminal that the list is read on, and programs
-  // need the name unchanged: JSON allows for both.
   write_line(line_of({{"event", "drive"},
                       {"device", node.native()},
                       {"identifier", utf8_from_text(row.nsStrDiskIdentifier)},
@@ -84,7 +84,8 @@ void EventWriter::type(const FileTypeEntry& row) {
   write_line(line_of({{"event", "type"},
                       {"extension", utf8_from_text(row.Extension)},
                       {"thorough", row.Thoro == u"YES"},
-                      {"description", utf8_from_text(row.Description)}}));
+                      {"description", utf8_from_text(row.Description)}},
+                     Letters::ascii));
 }
 
 void EventWriter::write_line(std::string_view line) {
