@@ -1,6 +1,7 @@
 #!/usr/bin/python3
 """The checks of the tree find what they are made to find."""
 import json
+import os
 import shutil
 import subprocess
 import sys
@@ -170,6 +171,43 @@ class Registration(Tree):
         self.write('tests/deep/Deep_test.py', '')
         self.assertEqual(self.check('')[0], 1)
         self.assertEqual(self.check('add_subdirectory(deep)')[0], 0)
+
+
+class SkippedTests(Tree):
+    def listed(self, log: str) -> str:
+        self.write('log', log)
+        status, output = self.run_script('tools/list_skipped_tests.py', self.root / 'log')
+        self.assertEqual(status, 0)
+        return output
+
+    def test_a_program_that_skips_some_of_its_tests_is_listed_with_the_reasons(self) -> None:
+        # One random search is either for photos or for raw files: what compares the other is skipped.
+        run = subprocess.run(
+            [os.environ['NORVO_SKIPPING_TEST'],
+             '--gtest_filter=Differential.PhotoSearches*:Differential.RawFileSearches*'],
+            env={**os.environ, 'NORVO_SEEDS': '1 1'}, text=True, capture_output=True, check=True)
+        self.assertRegex(self.listed(run.stdout),
+                         r'^NOT RUN: Differential\.(Photo|RawFile)SearchesEqualThePlainOnes: '
+                         r'none of the chosen seeds has such a mode\n$')
+
+    def test_the_reason_belongs_to_its_test(self) -> None:
+        output = self.listed('[ RUN      ] Drive.Opens\n'
+                             'tests/Drive_test.cpp:5: Skipped\nno\ndrive\n\n'
+                             '[  SKIPPED ] Drive.Opens (0 ms)\n'
+                             '[ RUN      ] Drive.Closes\nSaid in passing\n'
+                             '[       OK ] Drive.Closes (0 ms)\n'
+                             '[ RUN      ] Each/Size.Fits/1\ntests/Size_test.cpp:7: Skipped\n\n'
+                             '[  SKIPPED ] Each/Size.Fits/1, where GetParam() = 4 (3 ms)\n'
+                             '[  SKIPPED ] 2 tests, listed below:\n[  SKIPPED ] Drive.Opens\n')
+        self.assertEqual(output, 'NOT RUN: Drive.Opens: no drive\n'
+                                 'NOT RUN: Each/Size.Fits/1: it gives no reason\n')
+
+    def test_what_a_script_says_is_listed(self) -> None:
+        self.assertEqual(self.listed('before\nNOT RUN: one: no root\nbehind\n'),
+                         'NOT RUN: one: no root\n')
+
+    def test_a_log_that_is_not_there_is_a_failure(self) -> None:
+        self.assertNotEqual(self.run_script('tools/list_skipped_tests.py', self.root / 'none')[0], 0)
 
 
 if __name__ == '__main__':
