@@ -1,15 +1,18 @@
-// Any bytes as the output of lsblk: read, listed and shown.
+// Any bytes as the output of lsblk and, behind a zero byte, as the kernel's table of mounts: read,
+// listed and shown. Bytes without a zero byte are both.
 
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <filesystem>
 #include <optional>
+#include <string>
 #include <string_view>
 #include <vector>
 
 #include "fuzz/Require.h"
 #include "platform/linux/LsblkReport.h"
+#include "platform/linux/MountTable.h"
 #include "storage/DriveList.h"
 
 namespace {
@@ -48,6 +51,15 @@ void check_paths(const LsblkReport& report) {
   }
 }
 
+void check_mounts(const norvo::MountTable& mounts) {
+  for (const auto& [path, file_system] : mounts) {
+    require(path.is_absolute(), "a mount path is absolute");
+    require(!file_system.type.starts_with(u"fuse"),
+            "the kernel does not name what a program serves");
+    require(file_system.device_number.find(' ') == std::string::npos, "a number is one word");
+  }
+}
+
 void check_list(const LsblkReport& report) {
   ReportedDrives drives(report);
   norvo::DriveList list(drives, true);
@@ -66,7 +78,12 @@ void check_list(const LsblkReport& report) {
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   const std::string_view bytes(reinterpret_cast<const char*>(data), size);
-  const std::optional<LsblkReport> report = LsblkReport::parse(bytes);
+  const std::size_t end = bytes.find('\0');
+  const bool is_both = end == std::string_view::npos;
+  const norvo::MountTable mounts =
+      norvo::mounted_file_systems(is_both ? bytes : bytes.substr(end + 1));
+  check_mounts(mounts);
+  const std::optional<LsblkReport> report = LsblkReport::parse(bytes.substr(0, end), mounts);
   if (!report) return 0;
   check_paths(*report);
   check_list(*report);

@@ -5,6 +5,8 @@
 namespace norvo {
 namespace {
 
+// Numbers of TIFF 6.0, of Exif (CIPA DC-008: the two of the thumbnail in the second directory) and,
+// the last one, of Adobe's DNG.
 enum Tag : std::uint16_t {
   new_subfile_type = 0x00FE,
   orientation = 0x0112,
