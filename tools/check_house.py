@@ -3,14 +3,17 @@
 
     check_house.py [ROOT]
 
-Ends with 1 and names every fault when there is one.
+File sizes hold in every folder, the length of functions in Python alone: clang-tidy holds that of
+src/. Ends with 1 and names every fault when there is one.
 """
+import ast
 import re
 import sys
 from collections.abc import Iterator
 from pathlib import Path
 
 MOST_LINES = 400
+MOST_FUNCTION_LINES = 60
 # The folders that a folder's files may include from, beside their own.
 MAY_INCLUDE = {
     'util': set(),
@@ -23,6 +26,9 @@ MAY_INCLUDE = {
     'platform': {'app', 'wizard', 'engine', 'storage', 'results', 'sigdb', 'util'},
 }
 SOURCES = {'.h', '.cpp', '.py', '.in', '.mm'}
+# Beside src/: what is code, too. A file without a suffix is when its first line names an interpreter.
+CODE = SOURCES | {'.cmake', '.sh'}
+NOT_OURS = {'build', '.git', '__pycache__'}
 INCLUDE = re.compile(r'^\s*#\s*include\s*"([^"]+)"')
 # Toolkit and system switches have their place on the highest floor only.
 SYSTEM_SWITCH = re.compile(
@@ -33,6 +39,18 @@ TOOLKIT = re.compile(r'^\s*#\s*include\s*<(Q[A-Z]\w*|Qt\w+/.*)>')
 def size_faults(path: Path, lines: list[str]) -> Iterator[str]:
     if len(lines) > MOST_LINES:
         yield f'{path}: {len(lines)} lines, {MOST_LINES} are the most'
+
+
+def function_faults(path: Path, text: str) -> Iterator[str]:
+    """Of Python; a class within a function counts with it, a function within a class by itself."""
+    if path.suffix != '.py':
+        return
+    for node in ast.walk(ast.parse(text)):
+        if isinstance(node, (ast.FunctionDef, ast.AsyncFunctionDef)):
+            length = (node.end_lineno or node.lineno) - node.lineno + 1
+            if length > MOST_FUNCTION_LINES:
+                yield (f'{path}:{node.lineno}: {node.name} has {length} lines, '
+                       f'{MOST_FUNCTION_LINES} are the most')
 
 
 def header_faults(path: Path, lines: list[str]) -> Iterator[str]:
@@ -70,6 +88,20 @@ def files_below(folder: Path) -> list[Path]:
                   if path.suffix in SOURCES and '__pycache__' not in path.parts)
 
 
+def is_code(path: Path) -> bool:
+    if path.suffix in CODE or path.name == 'CMakeLists.txt':
+        return True
+    if path.suffix or not path.is_file():
+        return False
+    with open(path, 'rb') as file:
+        return file.read(2) == b'#!'
+
+
+def all_code(root: Path) -> list[Path]:
+    return sorted(path for path in root.rglob('*')
+                  if not NOT_OURS & set(path.relative_to(root).parts) and is_code(path))
+
+
 def house_faults(root: Path) -> list[str]:
     faults: list[str] = []
     source = root / 'src'
@@ -77,7 +109,6 @@ def house_faults(root: Path) -> list[str]:
         lines = path.read_text(encoding='utf-8').splitlines()
         shown = path.relative_to(root)
         room = path.relative_to(source).parts[0]
-        faults += size_faults(shown, lines)
         faults += header_faults(shown, lines)
         if room not in MAY_INCLUDE:
             faults.append(f'{shown}: no floor is known for src/{room}')
@@ -85,16 +116,18 @@ def house_faults(root: Path) -> list[str]:
             faults += include_faults(shown, room, lines, source)
     for path in files_below(root / 'tests'):
         lines = path.read_text(encoding='utf-8').splitlines()
-        shown = path.relative_to(root)
-        faults += size_faults(shown, lines)
-        faults += header_faults(shown, lines)
+        faults += header_faults(path.relative_to(root), lines)
+    for path in all_code(root):
+        text = path.read_text(encoding='utf-8')
+        faults += size_faults(path.relative_to(root), text.splitlines())
+        faults += function_faults(path.relative_to(root), text)
     return faults
 
 
 def main() -> int:
     root = Path(sys.argv[1]) if len(sys.argv) > 1 else Path(__file__).resolve().parent.parent
-    checked = len(files_below(root / 'src')) + len(files_below(root / 'tests'))
-    if checked == 0:
+    checked = len(all_code(root))
+    if not files_below(root / 'src'):
         print(f'{root} holds nothing to check')
         return 1
     faults = house_faults(root)

@@ -139,6 +139,23 @@ class HouseRules(Tree):
         self.write('tests/util/Files_test.cpp', '\n' * 401)
         self.assert_fault('tests/util/Files_test.cpp: 401 lines')
 
+    def test_a_long_file_is_named_wherever_it_is(self) -> None:
+        for name in ('tools/draw.py', 'cmake/Rules.cmake', 'packaging/CMakeLists.txt', '.ci/run'):
+            with self.subTest(name):
+                self.write(name, '#!/bin/bash\n' + '\n' * 400)
+                self.assert_fault(f'{name}: 401 lines')
+                (self.root / name).unlink()
+
+    def test_data_and_builds_may_be_long(self) -> None:
+        self.write('resources/table', '\n' * 401)
+        self.write('build/release/made.py', '\n' * 401)
+        self.assertEqual(self.run_script('tools/check_house.py', self.root)[0], 0)
+
+    def test_a_function_in_python_of_more_than_60_lines_is_named(self) -> None:
+        self.write('tools/draw.py', 'def short():\n' + '    pass\n' * 59)
+        self.write('tools/make.py', 'class Maker:\n    def long(self):\n' + '        pass\n' * 60)
+        self.assert_fault('tools/make.py:2: long has 61 lines')
+
 
 class Registration(Tree):
     def check(self, listing: str) -> tuple[int, str]:
