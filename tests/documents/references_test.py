@@ -143,6 +143,19 @@ class Messages(unittest.TestCase):
             with self.subTest(message):
                 self.assertIn(f'"{message}"', guide)
 
+    def test_the_guide_explains_every_guidance_that_is_no_instruction(self) -> None:
+        """Those that lead through the steps say all themselves, and the guide tells the same."""
+        instructions = {'drives', 'entire_disk', 'sector_range', 'about_range', 'about_far_sectors',
+                        'file_types'}
+        header = (ROOT / 'src/wizard/GuidanceTexts.h').read_text('utf-8')
+        names = re.findall(r'TextView (\w+) =', header)
+        self.assertTrue(instructions < set(names), 'a guidance that is no more')
+        for name in set(names) - instructions:
+            with self.subTest(name):
+                text = re.search(rf'TextView {name} =\s*u"\s*([^"]+)"', self.source)
+                self.assertTrue(text and any(text[1].strip().startswith(quoted) for quoted
+                                             in self.guide('Messages, and what to do')))
+
 
 if __name__ == '__main__':
     unittest.main()
