@@ -1,4 +1,5 @@
-// Thumbnails of photos in memory, by a decoder process of their own. Any thread.
+// Thumbnails of photos in memory, by a decoder process of their own. The photos that the window
+// shows come as files and go another way, so only tests call this so far. Any thread.
 #pragma once
 
 #include <filesystem>
