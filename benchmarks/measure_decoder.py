@@ -14,6 +14,7 @@ from PIL import Image
 
 ROOT = Path(__file__).resolve().parent.parent
 SIZES = {'12': (4000, 3000), '24': (6000, 4000)}
+SMALLEST = {'1': (1200, 900)}
 
 
 def photo(size: tuple[int, int]) -> Image.Image:
@@ -30,10 +31,12 @@ def main() -> None:
     parser = argparse.ArgumentParser(description=__doc__)
     parser.add_argument('--rounds', type=int, default=7)
     parser.add_argument('--build', type=Path, default=ROOT / 'build/release')
+    parser.add_argument('--smallest', action='store_true',
+                        help='one size that shows that it runs; the figures mean nothing')
     arguments = parser.parse_args()
     with tempfile.TemporaryDirectory(prefix='norvo-measure-') as name:
         files = []
-        for megapixels, size in SIZES.items():
+        for megapixels, size in (SMALLEST if arguments.smallest else SIZES).items():
             for progressive in (False, True):
                 kind = 'progressive' if progressive else 'baseline'
                 path = Path(name) / f'{megapixels}-megapixels-{kind}.jpg'

@@ -40,7 +40,8 @@ def make_card(path: Path, photos: int, empty: int) -> None:
     """Photos with data between them that begins no file, and a large empty rest, which is not
     stored."""
     files = []
-    for number, picture in enumerate(pictures([(1600, 1200), (1200, 1600)] * 8)):
+    sizes = [(1600, 1200), (1200, 1600)] * 8
+    for number, picture in enumerate(pictures(sizes[:photos])):
         name = path.with_name(f'{number}.jpg')
         picture.save(name, quality=88)
         files.append(name.read_bytes())

@@ -36,7 +36,9 @@ ELSEWHERE: dict[str, str] = {
     'build/fuzz/bin/signature_fuzz ...':
         'needs the fuzz build; its corpus is replayed by signature_fuzz_replay',
     'build/release/bin/damaged_pictures ...': 'damaged_pictures_test runs it with fewer variants',
-    'docs/speed.md': 'takes minutes on an idle machine, and measures instead of testing',
+    'docs/speed.md':
+        'takes minutes on an idle machine, and measures instead of testing; benchmarks_test runs each '
+        'script once with the smallest sizes',
     'mkdir tried && ...': 'signature_example_test',
     'truncate -s 8M ...': 'signature_example_test',
     'norvo-recover --check-signatures tried': 'signature_example_test',
