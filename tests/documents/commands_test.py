@@ -4,24 +4,35 @@
 The copy builds with ./run as a newcomer does. Commands of cmake and ctest are not run again in it,
 as building everything takes too long: their presets, targets and tests are looked up in the build
 that this test belongs to (NORVO_BUILD). What cannot be run here stands in known_commands.py.
+
+`./run` is run twice: where there is no screen, and on one that shows the window.
 """
+import contextlib
 import json
 import os
 import re
 import shlex
 import shutil
+import signal
 import subprocess
 import sys
 import tempfile
+import time
 import unittest
 from pathlib import Path
+from unittest import mock
 
 import documents
 from documents import ROOT, Command
 from known_commands import ELSEWHERE, INSTEAD
 
+sys.path.insert(0, str(ROOT / 'tests/end_to_end'))
+import outcome  # noqa: E402
+from desktop import Desktop  # noqa: E402
+
 BUILD = Path(os.environ['NORVO_BUILD'])
 PATIENCE = 1500  # seconds for one command; ./run builds the program
+TITLE = 'Norvo Recovery for All Media'
 PROGRAMS = '/usr/sbin:/usr/bin:/sbin:/bin'
 
 
@@ -57,17 +68,31 @@ def listed_tests(*arguments: str) -> list[str]:
     return re.findall(r'^ *Test +#\d+: (\S+)$', listed, re.MULTILINE)
 
 
-def copy_of_tree(target: Path) -> None:
-    """What a clone holds: files that git would take, or all but builds where there is no git."""
-    listed = subprocess.run(['git', '-C', ROOT, 'ls-files', '-coz', '--exclude-standard'],
+def listed_files(tree: Path, *choice: str) -> list[str] | None:
+    """Files of the tree that git lists; None where there is no git."""
+    if shutil.which('git') is None:
+        return None
+    listed = subprocess.run(['git', '-C', tree, 'ls-files', '-z', *choice],
                             capture_output=True, text=True, check=False)
-    if listed.returncode != 0:
-        shutil.copytree(ROOT, target, ignore=shutil.ignore_patterns('build', '.git'), symlinks=True)
+    return [name for name in listed.stdout.split('\0') if name] if listed.returncode == 0 else None
+
+
+def copy_of_tree(tree: Path, target: Path) -> None:
+    """What a clone holds, or all but builds where there is no git. A file that was not added yet is
+    copied, too, and named: work in progress shall pass. Where CI is set only what was added counts,
+    so that a file that was forgotten is missed."""
+    names = listed_files(tree, '--cached')
+    if names is None:
+        shutil.copytree(tree, target, ignore=shutil.ignore_patterns('build', '.git'), symlinks=True)
         return
-    for name in filter(None, listed.stdout.split('\0')):
-        if (ROOT / name).exists():
+    new = listed_files(tree, '--others', '--exclude-standard') or []
+    if new:
+        left = 'left out' if os.environ.get('CI') else 'copied'
+        print(f'not added to git, and {left}:', *new, sep='\n  ', file=sys.stderr)
+    for name in names if os.environ.get('CI') else names + new:
+        if (tree / name).exists():
             (target / name).parent.mkdir(parents=True, exist_ok=True)
-            shutil.copy2(ROOT / name, target / name, follow_symlinks=False)
+            shutil.copy2(tree / name, target / name, follow_symlinks=False)
 
 
 class BuildTools:
@@ -117,7 +142,7 @@ class FreshCopy:
         self.tree = folder / 'norvo-recovery'
         self.home = folder / 'home'
         self.home.mkdir()
-        copy_of_tree(self.tree)
+        copy_of_tree(ROOT, self.tree)
         programs = self.tree / 'build' / 'release' / 'bin'
         self.environment = {
             **{key: value for key, value in os.environ.items()
@@ -135,6 +160,29 @@ class FreshCopy:
             return 1, result.stdout + '\nno test has this name'
         return result.returncode, result.stdout
 
+    def run_with_screen(self) -> str | None:
+        """What ./run said when it ended without having shown the window; None when it showed it,
+        and then it is ended."""
+        with Desktop() as desktop, tempfile.TemporaryFile('w+') as said:
+            # Not the desktop's own folder for what runs: the compiler's cache leaves something there.
+            screen = {'DISPLAY': desktop.environment['DISPLAY'], 'QT_QPA_PLATFORM': 'xcb',
+                      'XDG_RUNTIME_DIR': str(self.home)}
+            shown = subprocess.Popen(['./run'], cwd=self.tree, stdin=subprocess.DEVNULL, stdout=said,
+                                     stderr=subprocess.STDOUT, start_new_session=True,
+                                     env={**self.environment, **screen})
+            end = time.monotonic() + PATIENCE
+            try:
+                while not (is_shown := desktop.shows_window(TITLE)):
+                    if shown.poll() is not None or time.monotonic() > end:
+                        break
+                    time.sleep(0.5)
+            finally:
+                with contextlib.suppress(ProcessLookupError):
+                    os.killpg(shown.pid, signal.SIGKILL)
+                shown.wait()
+            said.seek(0)
+            return None if is_shown else said.read()
+
     def furnish(self) -> None:
         """After ./run: the images, and those programs of the full build that ./run does not make."""
         for name in ('card.img', 'some.img'):
@@ -143,6 +191,29 @@ class FreshCopy:
             mine = self.tree / 'build/release/bin' / program.name
             if not mine.exists():
                 mine.symlink_to(program)
+
+
+class Copies(unittest.TestCase):
+    def copied(self, surroundings: dict[str, str]) -> list[str]:
+        """What is copied of a tree in which one file was added and the other one was not."""
+        if shutil.which('git') is None:
+            self.skipTest('git is needed')
+        with (tempfile.TemporaryDirectory(prefix='norvo_copy_') as folder,
+              mock.patch.dict(os.environ, surroundings)):
+            tree, target = Path(folder, 'tree'), Path(folder, 'copy')
+            tree.mkdir()
+            for name in ('added', 'forgotten'):
+                (tree / name).touch()
+            subprocess.run(['git', 'init', '-q', tree], check=True)
+            subprocess.run(['git', '-C', tree, 'add', 'added'], check=True)
+            copy_of_tree(tree, target)
+            return sorted(path.name for path in target.iterdir())
+
+    def test_work_in_progress_is_copied(self) -> None:
+        self.assertEqual(self.copied({'CI': ''}), ['added', 'forgotten'])
+
+    def test_a_file_that_was_forgotten_is_missed_where_changes_are_checked(self) -> None:
+        self.assertEqual(self.copied({'CI': 'true'}), ['added'])
 
 
 class Commands(unittest.TestCase):
@@ -189,6 +260,13 @@ class Commands(unittest.TestCase):
                 with self.subTest(command.place):
                     self.assertIsNone(tools.fault(command.text), command.text)
 
+    def show_window(self, copy: FreshCopy) -> None:
+        for tool in ('Xvfb', 'openbox', 'xdotool', 'xprop'):
+            if shutil.which(tool) is None:
+                self.skipTest(f'{tool} is needed for a screen')
+        said = copy.run_with_screen()
+        self.assertIsNone(said, f'./run showed no window:\n{said}')
+
     def test_every_other_command_works_in_a_fresh_copy(self) -> None:
         with tempfile.TemporaryDirectory(prefix='norvo_documents_') as folder:
             copy = FreshCopy(Path(folder))
@@ -196,6 +274,8 @@ class Commands(unittest.TestCase):
             self.assertEqual(status, 0, output)
             cache = (copy.tree / 'build/release/CMakeCache.txt').read_text('utf-8')
             self.assertIn('NORVO_WERROR:BOOL=OFF', cache, 'a new compiler may warn of more')
+            with self.subTest('./run with a screen'):
+                self.show_window(copy)
             copy.furnish()
             done = {'./run'}
             for command in documents.commands():
@@ -210,4 +290,4 @@ class Commands(unittest.TestCase):
 
 
 if __name__ == '__main__':
-    unittest.main()
+    outcome.main()
