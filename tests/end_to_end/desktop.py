@@ -1,5 +1,6 @@
 """A desktop without a screen: a display and a window manager of the test's own, keys and pictures."""
 import os
+import shutil
 import signal
 import subprocess
 import tempfile
@@ -25,12 +26,14 @@ class Desktop:
     def __init__(self, size: str = '1280x900') -> None:
         self.size = size
         self.processes: list[subprocess.Popen[bytes]] = []
-        # Root stays root for the programs of this desktop, also when somebody became it by sudo.
-        self.environment = {name: value for name, value in os.environ.items()
-                            if not name.startswith('SUDO_')}
 
     def __enter__(self) -> 'Desktop':
-        self.runtime = tempfile.mkdtemp(prefix='norvo_desktop_')
+        self.folder = tempfile.mkdtemp(prefix='norvo_desktop_')
+        # Nothing else of whoever runs the test: neither what a desktop of theirs asks for (its own
+        # dialogs, an input method), nor their settings. Root stays root for the programs here, also
+        # when somebody became it by sudo.
+        self.environment = {'PATH': os.environ['PATH'], 'LC_ALL': 'C.UTF-8', 'HOME': self.folder,
+                            'XDG_RUNTIME_DIR': self.folder, 'QT_QPA_PLATFORM': 'xcb'}
         try:
             self.start_screen()
         except BaseException:
@@ -48,8 +51,7 @@ class Desktop:
         os.close(writer)
         with os.fdopen(reader) as answer:
             display = answer.readline().strip()
-        self.environment.update(DISPLAY=f':{display}', QT_QPA_PLATFORM='xcb',
-                                XDG_RUNTIME_DIR=self.runtime)
+        self.environment['DISPLAY'] = f':{display}'
         self.start('openbox', '--sm-disable')
         # A window that comes up while the manager starts would never be shown.
         until(self.has_manager, 'the window manager')
@@ -59,7 +61,7 @@ class Desktop:
         for process in reversed(self.processes):
             process.send_signal(signal.SIGKILL)
             process.wait()
-        os.rmdir(self.runtime)
+        shutil.rmtree(self.folder, ignore_errors=True)
 
     def start(self, *command: str | Path, **settings: object) -> subprocess.Popen[bytes]:
         process = subprocess.Popen(command, env=self.environment, stdout=subprocess.DEVNULL,
