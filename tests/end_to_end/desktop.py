@@ -54,7 +54,7 @@ class Desktop:
         self.environment['DISPLAY'] = f':{display}'
         self.start('openbox', '--sm-disable')
         # A window that comes up while the manager starts would never be shown.
-        until(self.has_manager, 'the window manager')
+        until(self.is_managed, 'the window manager')
 
     def __exit__(self, kind: type[BaseException] | None, error: BaseException | None,
                  trace: TracebackType | None) -> None:
@@ -74,10 +74,10 @@ class Desktop:
         return subprocess.run(['xdotool', *arguments], env=self.environment, capture_output=True,
                               text=True, check=False, timeout=PATIENCE).stdout.strip()
 
-    def has_manager(self) -> bool:
-        answer = subprocess.run(['xprop', '-root', '_NET_SUPPORTING_WM_CHECK'],
-                                env=self.environment, capture_output=True, text=True, check=False)
-        return 'window id' in answer.stdout
+    def is_managed(self) -> bool:
+        """Whether the manager does what it is asked for; it makes itself known long before."""
+        self.tool('set_num_desktops', '1')
+        return self.tool('get_num_desktops') == '1'
 
     def key(self, *keys: str) -> None:
         self.tool('key', '--delay', '30', *keys)

@@ -20,7 +20,7 @@ MIB = 1 << 20
 
 
 def setUpModule() -> None:
-    need_tools('Xvfb', 'openbox', 'xdotool', 'xprop', 'import', 'mkfs.fat', 'mcopy', 'mdel')
+    need_tools('Xvfb', 'openbox', 'xdotool', 'import', 'mkfs.fat', 'mcopy', 'mdel')
 
 
 def has_ended(process: subprocess.Popen[bytes]) -> bool:
