@@ -173,7 +173,8 @@ class Pulled(StickCase):
         disk = self.plug(stick)
         self.assertEqual(self.identifiers(), [f'{disk}1'])
         machine.pull(stick)
-        self.assertEqual(self.identifiers(), [])
+        # The machine takes its time to notice.
+        wait_until(lambda: self.identifiers() == [], 'the stick is gone from the list')
         system.forget(stick)
         self.assertEqual(self.identifiers(), [])
         again = self.plug(stick)

@@ -187,6 +187,8 @@ class Machine:
             self.call('udevadm', 'settle', '--timeout=20')
             name = self.name_of(stick)
             if name:
+                # Of the partition something may still have been on its way.
+                self.call('udevadm', 'settle', '--timeout=20')
                 return name
             time.sleep(0.2)
         raise AssertionError(f'the machine does not see {stick.serial}')
