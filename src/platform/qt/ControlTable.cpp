@@ -1,6 +1,7 @@
 #include "platform/qt/ControlTable.h"
 
 #include <QAbstractButton>
+#include <QAccessible>
 #include <QLabel>
 #include <QLineEdit>
 #include <QSignalBlocker>
@@ -13,6 +14,8 @@
 
 namespace norvo {
 namespace {
+
+using namespace Qt::StringLiterals;
 
 std::size_t index_of(Control control) {
   return static_cast<std::size_t>(control);
@@ -48,7 +51,27 @@ QString with_mnemonic(const QString& title, QChar mnemonic) {
   return caption;
 }
 
+// What a person must hear although the focus is elsewhere. Not figures: they change many times a
+// second.
+bool is_announced(Control control) {
+  switch (control) {
+    case Control::help_info:
+    case Control::destination_hint:
+    case Control::destination_hint_Sig:
+    case Control::Mode_label:
+    case Control::ClearThumbnail_Label:
+      return true;
+    default:
+      return false;
+  }
+}
+
 }  // namespace
+
+void alert_screen_readers(QWidget& widget) {
+  QAccessibleEvent event(&widget, QAccessible::Alert);
+  QAccessible::updateAccessibility(&event);
+}
 
 void ControlTable::enter(Control control, QWidget& widget, const QString& name,
                          const QString& description) {
@@ -59,6 +82,23 @@ void ControlTable::enter(Control control, QWidget& widget, const QString& name,
   widget.setAccessibleDescription(description);
   widget.setHidden(true);
   widgets_.at(index_of(control)) = &widget;
+  names_.at(index_of(control)) = name;
+  if (auto* const label = qobject_cast<QLabel*>(&widget)) tell_text(control, *label);
+}
+
+// A label with an accessible name tells a screen reader nothing else, so the name holds the text. A
+// caption is its own name.
+void ControlTable::tell_text(Control control, QLabel& label) const {
+  const QString& name = names_.at(index_of(control));
+  const QString text = label.text().trimmed();
+  const bool says_more = !text.isEmpty() && without_mnemonic(text) != name;
+  label.setAccessibleName(says_more ? name + u": "_s + text : name);
+}
+
+void ControlTable::announce(Control control, QWidget& widget) const {
+  const auto* const label = qobject_cast<QLabel*>(&widget);
+  if (label == nullptr || !is_announced(control) || !label->isVisible()) return;
+  if (!label->text().trimmed().isEmpty()) announce_(widget);
 }
 
 void ControlTable::add_container(QWidget* container, std::function<void(bool)> on_change) {
@@ -74,8 +114,12 @@ void ControlTable::set_text(Control control, TextView text) {
   QWidget* const found = widget(control);
   const QString shown = to_qt(text);
   if (auto* label = qobject_cast<QLabel*>(found)) {
+    const bool changes = label->text() != shown;
     label->setText(shown);
     label->updateGeometry();
+    if (!changes) return;
+    tell_text(control, *label);
+    announce(control, *label);
   } else if (auto* button = qobject_cast<QAbstractButton*>(found)) {
     button->setText(with_mnemonic(shown, mnemonic_of(button->text())));
   } else if (auto* field = qobject_cast<QLineEdit*>(found)) {
@@ -101,10 +145,12 @@ Text ControlTable::text(Control control) const {
 void ControlTable::set_hidden(Control control, bool hidden) {
   QWidget* const found = widget(control);
   if (found == nullptr) return;
+  const bool was_visible = found->isVisible();
   found->setHidden(hidden);
   for (const Container& container : containers_) {
     if (container.widget->isAncestorOf(found)) update(container);
   }
+  if (!was_visible) announce(control, *found);
 }
 
 void ControlTable::update(const Container& container) const {

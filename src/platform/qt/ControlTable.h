@@ -5,11 +5,13 @@
 // thread; the widgets belong to their parents and outlive the table's use.
 #pragma once
 
+#include <QLabel>
 #include <QString>
 #include <QWidget>
 #include <array>
 #include <functional>
 #include <optional>
+#include <utility>
 #include <vector>
 
 #include "util/Text.h"
@@ -17,9 +19,17 @@
 
 namespace norvo {
 
+// Tells screen readers that `widget` has something to say, wherever the focus is.
+void alert_screen_readers(QWidget& widget);
+
 class ControlTable {
  public:
-  // Returns `widget`. The accessible name is what a screen reader says for it.
+  // `announce` is called with each widget that has to be heard at once.
+  explicit ControlTable(std::function<void(QWidget&)> announce = alert_screen_readers)
+      : announce_(std::move(announce)) {}
+
+  // Returns `widget`. The accessible name is what a screen reader says for it; for a label that
+  // shows another text than its name it is followed by that text.
   template <class Widget>
   Widget* add(Control control, Widget* widget, const QString& accessible_name,
               const QString& description = {}) {
@@ -33,7 +43,8 @@ class ControlTable {
   // nullptr for a control that was not added.
   QWidget* widget(Control control) const;
 
-  // What WizardView says of each.
+  // What WizardView says of each. What matters at once, guidance and warnings, is announced to
+  // screen readers when it comes to be seen or changes.
   void set_text(Control control, TextView text);
   Text text(Control control) const;
   void set_hidden(Control control, bool hidden);
@@ -53,8 +64,12 @@ class ControlTable {
 
   void enter(Control control, QWidget& widget, const QString& name, const QString& description);
   void update(const Container& container) const;
+  void tell_text(Control control, QLabel& label) const;
+  void announce(Control control, QWidget& widget) const;
 
+  std::function<void(QWidget&)> announce_;
   std::array<QWidget*, control_count> widgets_{};
+  std::array<QString, control_count> names_;  // without what the widgets show
   std::vector<Container> containers_;
 };
 

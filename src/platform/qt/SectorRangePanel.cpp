@@ -65,10 +65,8 @@ QWidget* SectorRangePanel::make_end(ControlTable& controls, SettingsPage page, c
                                    u"Number of a sector, digits only"_s);
   field->setInputMethodHints(Qt::ImhDigitsOnly);
   field->setAlignment(Qt::AlignRight);
-  auto* const caption =
-      controls.add(on_page(end.current, page), new QLabel(end.caption), end.caption);
+  auto* const caption = controls.add(on_page(end.current, page), new QLabel(end.caption), end.name);
   caption->setBuddy(field);
-  caption->setAccessibleName(end.name);
   auto* const slider = controls.add(on_page(end.slider, page), new ExactSlider,
                                     end.name + u" slider"_s, u"Moves with the arrow keys"_s);
   const auto add_label = [&controls, page](Control control, QLabel* label, const QString& name) {
