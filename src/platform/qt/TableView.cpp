@@ -2,6 +2,7 @@
 
 #include <QHeaderView>
 #include <QKeyEvent>
+#include <QPainter>
 #include <QStyledItemDelegate>
 #include <algorithm>
 
@@ -85,6 +86,36 @@ void TableView::keyPressEvent(QKeyEvent* event) {
     }
   }
   QTableView::keyPressEvent(event);
+}
+
+bool TableView::has_boxes() const {
+  for (int column = 0; column < model_->columnCount(); ++column) {
+    if (model_->flags(model_->index(0, column)) & Qt::ItemIsUserCheckable) return true;
+  }
+  return false;
+}
+
+void TableView::focusInEvent(QFocusEvent* event) {
+  QTableView::focusInEvent(event);
+  if (!has_boxes() && !selectionModel()->hasSelection()) selectionModel()->clearCurrentIndex();
+}
+
+void TableView::currentChanged(const QModelIndex& current, const QModelIndex& previous) {
+  QTableView::currentChanged(current, previous);
+  // The mark spans whole rows.
+  viewport()->update();
+}
+
+void TableView::paintEvent(QPaintEvent* event) {
+  QTableView::paintEvent(event);
+  if (!hasFocus() || !currentIndex().isValid()) return;
+  const int last = model_->columnCount() - 1;
+  const QRectF row = visualRect(currentIndex().siblingAtColumn(0)) |
+                     visualRect(currentIndex().siblingAtColumn(last));
+  QPainter painter(viewport());
+  painter.setRenderHint(QPainter::Antialiasing);
+  painter.setPen(QPen(Theme::current().accent, 2));
+  painter.drawRoundedRect(row.adjusted(2, 1, -2, -1), unit / 2.0, unit / 2.0);
 }
 
 }  // namespace norvo

@@ -27,8 +27,16 @@ class TableView : public QTableView {
  protected:
   // Space ticks the row's box, in whichever column the cursor stands.
   void keyPressEvent(QKeyEvent* event) override;
+  // A list without boxes has no cursor while none of its rows is selected: an arrow key then
+  // selects the first row, even if that is the only one.
+  void focusInEvent(QFocusEvent* event) override;
+  void currentChanged(const QModelIndex& current, const QModelIndex& previous) override;
+  // Marks the row of the cursor while the list has the keyboard.
+  void paintEvent(QPaintEvent* event) override;
 
  private:
+  bool has_boxes() const;
+
   SourceTableModel* model_;
 };
 
