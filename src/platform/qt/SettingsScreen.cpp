@@ -1,5 +1,6 @@
 #include "platform/qt/SettingsScreen.h"
 
+#include <QApplication>
 #include <QCheckBox>
 #include <QGridLayout>
 #include <QHBoxLayout>
@@ -48,6 +49,11 @@ SettingsScreen::SettingsScreen(ControlTable& controls, SettingsPage page) : page
   if (page == SettingsPage::photo) column->addWidget(make_thorough(controls));
   column->addStretch(1);
   setWidget(content);
+  // By itself the area follows the Tab key only while that stays within it. The focus also comes
+  // from the footer, from a letter of the keyboard, and from a check that refuses a value.
+  connect(qApp, &QApplication::focusChanged, this, [this](QWidget* /*old*/, QWidget* now) {
+    if (now != nullptr && widget()->isAncestorOf(now)) ensureWidgetVisible(now, 0, 2 * unit);
+  });
 }
 
 QWidget* SettingsScreen::make_criteria(ControlTable& controls) {
