@@ -287,6 +287,12 @@ std::optional<std::uint64_t> WindowSession::free_space(const fs::path& folder) {
   return space.available;
 }
 
+std::uint64_t WindowSession::found_so_far(TextView disk_identifier) {
+  // How much lies on one drive says nothing of another.
+  if (disk_identifier != searched_.disk_identifier) return 0;
+  return setting_.operations.found_bytes();
+}
+
 void WindowSession::searching_changed(bool searching) {
   if (std::exchange(searching_, searching) != searching) setting_.searching_changed(searching);
 }

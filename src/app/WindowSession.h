@@ -102,7 +102,7 @@ class WindowSession final : public WizardEvents, private SearchHost, private Des
 
   bool lies_on_drive(const std::filesystem::path& folder, TextView disk_identifier) override;
   std::optional<std::uint64_t> free_space(const std::filesystem::path& folder) override;
-  std::uint64_t found_so_far() override { return setting_.operations.found_bytes(); }
+  std::uint64_t found_so_far(TextView disk_identifier) override;
 
   std::filesystem::path device_of(TextView disk_identifier) const;
   void begin_search(const SearchSettings& settings);

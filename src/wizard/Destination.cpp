@@ -43,10 +43,11 @@ void Destination::show_hint(SettingsPage page) {
   const fs::path destination = folder(page);
   const Text identifier = setting_.view.text(Control::disk_identifier);
   DestinationFacts& facts = setting_.facts;
-  const Text hint = destination.empty() ? Text()
-                                        : destination_hint_text(
-                                              facts.lies_on_drive(destination, identifier),
-                                              facts.free_space(destination), facts.found_so_far());
+  const Text hint =
+      destination.empty()
+          ? Text()
+          : destination_hint_text(facts.lies_on_drive(destination, identifier),
+                                  facts.free_space(destination), facts.found_so_far(identifier));
   setting_.view.set_text(on_page(Control::destination_hint, page), hint);
   setting_.view.set_hidden(on_page(Control::destination_hint, page), hint.empty());
 }

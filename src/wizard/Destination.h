@@ -26,8 +26,9 @@ class DestinationFacts {
   // Bytes that can still be written there; nothing when that cannot be told.
   virtual std::optional<std::uint64_t> free_space(const std::filesystem::path& folder) = 0;
 
-  // Bytes of all files that the last search has found so far.
-  virtual std::uint64_t found_so_far() = 0;
+  // Bytes of all files that the last search has found so far, if it was one of the drive with this
+  // identifier; else 0.
+  virtual std::uint64_t found_so_far(TextView disk_identifier) = 0;
 };
 
 // What the line under the destination says; empty when there is nothing to warn about.

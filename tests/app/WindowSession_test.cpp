@@ -164,25 +164,49 @@ TEST_F(WindowSessionTest, ADestinationIsComparedWithTheDiskImageThatIsSearched) 
 }
 
 // A large file without contents is reported until the destination has less room than the files.
-TEST_F(WindowSessionTest, ADestinationIsComparedWithWhatTheLastSearchHasFound) {
-  const std::filesystem::path file = bench_.folder.path() / "large.jpg";
-  constexpr std::uint64_t bytes = std::uint64_t{1} << 37U;
-  write_file(file, "");
-  std::filesystem::resize_file(file, bytes);
-  bench_.go_to_settings(0);
-  const auto hint_with_room_for = [&](std::uint64_t found) {
+class FoundAndRoom : public WindowSessionTest {
+ protected:
+  FoundAndRoom() {
+    bench_.disks.add_volume(u"sdc1", u"OTHER", u"FAT32", 4096);
+    write_file(file_, "");
+    std::filesystem::resize_file(file_, bytes);
+    bench_.start_search(0);
+    EXPECT_TRUE(bench_.finish_search());
+    clicked(Control::back_btn);
+  }
+
+  void find(std::uint64_t found) {
     for (bench_.operations.begin_search(); bench_.operations.found_bytes() < found;) {
-      bench_.operations.file_reported(file, u"", u"", {});
+      bench_.operations.file_reported(file_, u"", u"", {});
     }
+  }
+  std::string hint() {
     typed(Control::path, text_from_utf8_lossy(bench_.folder.path().native()));
     bench_.main_thread.run_all();
     return utf8_from_text(bench_.view.text(Control::destination_hint));
-  };
-  const std::uint64_t room = std::filesystem::space(bench_.folder.path()).available;
-  EXPECT_EQ(hint_with_room_for(0), "");
-  EXPECT_EQ(hint_with_room_for(room + bytes),
+  }
+
+  static constexpr std::uint64_t bytes = std::uint64_t{1} << 37U;
+  const std::filesystem::path file_ = bench_.folder.path() / "large.jpg";
+  const std::uint64_t room_ = std::filesystem::space(bench_.folder.path()).available;
+};
+
+TEST_F(FoundAndRoom, ADestinationIsComparedWithWhatTheLastSearchHasFound) {
+  find(0);
+  EXPECT_EQ(hint(), "");
+  find(room_ + bytes);
+  EXPECT_EQ(hint(),
             "This folder has less room than the files that were found so far; please choose a "
             "folder with more room.");
+}
+
+TEST_F(FoundAndRoom, WhatWasFoundOnOneDriveSaysNothingOfAnother) {
+  find(room_ + bytes);
+  clicked(Control::back_btn);
+  bench_.view.person_selects(Control::idTableView, 1);
+  clicked(Control::next_btn);
+  ASSERT_EQ(bench_.view.text(Control::disk_identifier), u"sdc1");
+  EXPECT_EQ(hint(), "");
 }
 
 TEST_F(WindowSessionTest, BothBrowseButtonsFillBothFields) {

@@ -118,6 +118,16 @@ TEST(DestinationHint, WarnsAfterASearchThatFoundMoreThanTheRoomThatIsLeft) {
             photo_settings() + search_type_label + Names{"_destination_hint"});
 }
 
+TEST(DestinationHint, AsksForWhatWasFoundOnTheDriveOfTheSettings) {
+  WizardHarness bench;
+  bench.go_to_screen_3(0);
+  bench.facts.free = 1000;
+  bench.facts.found = 1001;
+  bench.facts.found_on = "sdc1";
+  bench.wizard.Back_btn();
+  EXPECT_EQ(bench.view.text(Control::destination_hint), u"");
+}
+
 TEST(DestinationHint, HasItsLimitWhereTheRoomIsJustEnough) {
   EXPECT_EQ(destination_hint_text(false, 1000, 1000), u"");
   EXPECT_EQ(utf8_from_text(destination_hint_text(false, 1000, 1001)), too_little_room);

@@ -41,6 +41,7 @@ class FakeFacts final : public DestinationFacts {
   bool on_drive = false;
   std::optional<std::uint64_t> free;
   std::uint64_t found = 0;
+  std::string found_on = "sdb1";
   std::vector<std::string> asked;  // "<folder> on <disk>"
 
   bool lies_on_drive(const std::filesystem::path& folder, TextView disk_identifier) override {
@@ -50,7 +51,9 @@ class FakeFacts final : public DestinationFacts {
   std::optional<std::uint64_t> free_space(const std::filesystem::path& /*folder*/) override {
     return free;
   }
-  std::uint64_t found_so_far() override { return found; }
+  std::uint64_t found_so_far(TextView disk_identifier) override {
+    return utf8_from_text(disk_identifier) == found_on ? found : 0;
+  }
 };
 
 // An edition without audio searches, called "Norvo Long Name".
