@@ -43,6 +43,11 @@ void EmptyNote::wait_for_reset() {
   view_.setAccessibleDescription({});
 }
 
+void EmptyNote::describe_rows(const QString& description) {
+  about_rows_ = description;
+  follow();
+}
+
 void EmptyNote::set_texts(const QString& title, const QString& advice) {
   title_ = title;
   advice_ = advice;
@@ -53,7 +58,7 @@ void EmptyNote::set_texts(const QString& title, const QString& advice) {
 void EmptyNote::follow() {
   const bool empty = view_.model()->rowCount() == 0;
   setVisible(empty);
-  view_.setAccessibleDescription(empty ? title_ + u' ' + advice_ : QString());
+  view_.setAccessibleDescription(empty ? title_ + u' ' + advice_ : about_rows_);
 }
 
 bool EmptyNote::eventFilter(QObject* watched, QEvent* event) {

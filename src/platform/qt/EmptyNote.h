@@ -13,6 +13,9 @@ class EmptyNote : public QWidget {
   EmptyNote(QAbstractItemView& view, const QString& icon, const QString& title,
             const QString& advice);
 
+  // What a screen reader hears of the list when it has rows; at first nothing.
+  void describe_rows(const QString& description);
+
   // Says nothing until the model is reset: nobody has looked yet whether there is anything.
   void wait_for_reset();
 
@@ -29,6 +32,7 @@ class EmptyNote : public QWidget {
   QString icon_;
   QString title_;
   QString advice_;
+  QString about_rows_;
 };
 
 }  // namespace norvo

@@ -7,6 +7,7 @@
 
 #include "platform/qt/ExactSlider.h"
 #include "platform/qt/Labels.h"
+#include "platform/qt/PhotoBadge.h"
 #include "platform/qt/PhotoDelegate.h"
 #include "platform/qt/Theme.h"
 
@@ -39,10 +40,9 @@ GalleryScreen::GalleryScreen(ControlTable& controls, const Gallery& gallery,
   ResultModel& model = view_->result_model();
   model.on_removed([this](const QString& image_UID) { pictures_.forget(image_UID); });
   model.on_emptied([this] { pictures_.forget_all(); });
-  pictures_.on_arrival([this, &model](const QString& image_UID) {
-    const int row = model.row_of(image_UID);
-    if (row >= 0) view_->update(model.index(row));
-  });
+  model.describe_by(
+      [this](const QString& image_UID) { return badge_sentence(pictures_.judgement(image_UID)); });
+  pictures_.on_arrival([&model](const QString& image_UID) { model.tell_change(image_UID); });
   note_ = new ResultNote(*view_, u"photo"_s, photo_note_texts());
 
   auto* const folder = controls.add(Control::open_folder, new QPushButton(u"Open &Folder"_s),

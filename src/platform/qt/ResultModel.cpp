@@ -1,5 +1,6 @@
 #include "platform/qt/ResultModel.h"
 
+#include <QHash>
 #include <algorithm>
 #include <iterator>
 #include <utility>
@@ -19,6 +20,16 @@ void ResultModel::on_removed(std::function<void(const QString&)> removed) {
 
 void ResultModel::on_emptied(std::function<void()> emptied) {
   emptied_ = std::move(emptied);
+}
+
+void ResultModel::describe_by(std::function<QString(const QString&)> description) {
+  description_ = std::move(description);
+}
+
+void ResultModel::tell_change(const QString& image_UID) {
+  const int row = row_of(image_UID);
+  if (row < 0) return;
+  Q_EMIT dataChanged(index(row), index(row), {Qt::DecorationRole, Qt::AccessibleDescriptionRole});
 }
 
 void ResultModel::refresh() {
@@ -48,7 +59,32 @@ void ResultModel::append(std::vector<Shown> added) {
   endInsertRows();
 }
 
+// Items that were moved and not taken out go to their new places at once: nobody has to make their
+// pictures again, and they stay selected.
+void ResultModel::reorder(const std::vector<Shown>& now) {
+  const std::size_t count = shown_.size();
+  if (now.size() < count) return;
+  QHash<QString, int> places;
+  for (std::size_t i = 0; i < count; ++i) places.insert(now[i].image_UID, static_cast<int>(i));
+  // Fewer under a name that comes twice: then nobody can say which one went where.
+  if (places.size() != static_cast<qsizetype>(count)) return;
+  std::vector<int> place_of;
+  for (const Shown& item : shown_) place_of.push_back(places.value(item.image_UID, -1));
+  if (std::ranges::is_sorted(place_of) || std::ranges::find(place_of, -1) != place_of.end()) return;
+  Q_EMIT layoutAboutToBeChanged();
+  std::vector<Shown> moved(count);
+  for (std::size_t i = 0; i < count; ++i) {
+    moved[static_cast<std::size_t>(place_of[i])] = std::move(shown_[i]);
+  }
+  shown_ = std::move(moved);
+  for (const QModelIndex& old : persistentIndexList()) {
+    changePersistentIndex(old, index(place_of[static_cast<std::size_t>(old.row())]));
+  }
+  Q_EMIT layoutChanged();
+}
+
 void ResultModel::replace(std::vector<Shown> now) {
+  reorder(now);
   const auto same_item = [](const Shown& one, const Shown& other) {
     return one.image_UID == other.image_UID;
   };
@@ -114,6 +150,8 @@ QVariant ResultModel::data(const QModelIndex& index, int role) const {
     case Qt::ToolTipRole:
     case Qt::AccessibleTextRole:
       return item.name;
+    case Qt::AccessibleDescriptionRole:
+      return description_ ? description_(item.image_UID) : QString();
     case uid_role:
       return item.image_UID;
     default:

@@ -1,5 +1,5 @@
 // The gallery's items as a list for a view. What is shown is a copy, brought in line by refresh():
-// items that stay keep their place, and with it selection and scroll position. Main thread.
+// items that stay or are moved stay selected, and the scroll position is kept. Main thread.
 #pragma once
 
 #include <QAbstractListModel>
@@ -23,6 +23,13 @@ class ResultModel : public QAbstractListModel {
   // the last refresh, be there new ones already.
   void on_removed(std::function<void(const QString& image_UID)> removed);
   void on_emptied(std::function<void()> emptied);
+
+  // What is known of an item beside its name, for screen readers. It is asked for when it is
+  // needed.
+  void describe_by(std::function<QString(const QString& image_UID)> description);
+
+  // The picture or the description of an item is another one now.
+  void tell_change(const QString& image_UID);
 
   void refresh();
 
@@ -50,6 +57,7 @@ class ResultModel : public QAbstractListModel {
   QByteArray identity() const;
   void append(std::vector<Shown> added);
   void clear();
+  void reorder(const std::vector<Shown>& now);
   void replace(std::vector<Shown> now);
   void replace_middle(std::vector<Shown>& now, std::size_t same_before, std::size_t same_after);
 
@@ -58,6 +66,7 @@ class ResultModel : public QAbstractListModel {
   std::uint64_t edits_ = 0;  // of the gallery, when it was read last
   std::function<void(const QString&)> removed_;
   std::function<void()> emptied_;
+  std::function<QString(const QString&)> description_;
 };
 
 }  // namespace norvo

@@ -7,6 +7,9 @@ namespace norvo {
 
 ResultNote::ResultNote(QAbstractItemView& view, const QString& icon, Texts texts)
     : EmptyNote(view, icon, texts.none_yet.title, texts.none_yet.advice), texts_(std::move(texts)) {
+  describe_rows(
+      QStringLiteral("Return opens a file. Delete takes the selected files out of this list only, "
+                     "and Alt with the left or the right arrow key moves them in it."));
   connect(view.model(), &QAbstractItemModel::rowsInserted, this, [this] {
     has_shown_items_ = true;
     show_text();

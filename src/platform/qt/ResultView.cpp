@@ -118,12 +118,38 @@ void ResultView::keyPressEvent(QKeyEvent* event) {
     if (!indexes.empty() && acts_.removed) acts_.removed(indexes);
     return;
   }
+  const bool moves = event->key() == Qt::Key_Left || event->key() == Qt::Key_Right;
+  // Arrow keys count as keys of the number pad on some systems.
+  if (moves && (event->modifiers() & ~Qt::KeypadModifier) == Qt::AltModifier) {
+    return move_selected(event->key() == Qt::Key_Right);
+  }
   const bool opens = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
   if (opens && currentIndex().isValid()) {
     if (acts_.double_clicked) acts_.double_clicked(static_cast<std::size_t>(currentIndex().row()));
     return;
   }
   QListView::keyPressEvent(event);
+}
+
+void ResultView::move_selected(bool forward) {
+  redraw_.flush();
+  const auto indexes = selected_indexes();
+  if (indexes.empty() || !acts_.moved) return;
+  const std::size_t beyond = forward ? indexes.back() + 1 : indexes.front();
+  const std::size_t end = forward ? static_cast<std::size_t>(model_->rowCount()) : 0;
+  if (beyond == end) return;
+  acts_.moved(indexes, forward ? beyond + 1 : beyond - 1);
+  redraw_.flush();
+  if (currentIndex().isValid()) scrollTo(currentIndex());
+}
+
+void ResultView::dataChanged(const QModelIndex& first, const QModelIndex& last,
+                             const QList<int>& roles) {
+  // A list lays all items out anew for each change, but a picture or a description moves none.
+  if (!roles.isEmpty() && !roles.contains(Qt::DisplayRole)) {
+    return QAbstractItemView::dataChanged(first, last, roles);
+  }
+  QListView::dataChanged(first, last, roles);
 }
 
 void ResultView::startDrag(Qt::DropActions /*actions*/) {

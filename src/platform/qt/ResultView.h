@@ -44,6 +44,8 @@ class ResultView : public QListView, public ExactValue {
 
  protected:
   void show_value() override;
+  // Delete and Backspace remove the selected items, Alt with the left or the right arrow moves them
+  // by one place, Return opens the current one.
   void keyPressEvent(QKeyEvent* event) override;
   void resizeEvent(QResizeEvent* event) override;
   void paintEvent(QPaintEvent* event) override;
@@ -54,11 +56,15 @@ class ResultView : public QListView, public ExactValue {
   void dragLeaveEvent(QDragLeaveEvent* event) override;
   void dropEvent(QDropEvent* event) override;
   void selectionChanged(const QItemSelection& selected, const QItemSelection& gone) override;
+  void dataChanged(const QModelIndex& first, const QModelIndex& last,
+                   const QList<int>& roles) override;
 
  private:
   void refresh();
   void fit_grid();
   std::vector<std::size_t> selected_indexes() const;
+  // Tells that the person moves the selected items over the one before or behind them.
+  void move_selected(bool forward);
   // The item before which a drop at `place` puts what is dragged.
   std::size_t destination_at(const QPoint& place) const;
 
