@@ -98,10 +98,22 @@ void MovieView::toggle() {
 
 void MovieView::set_playing(bool playing) {
   playing_ = playing;
-  button_->setIcon(icon_pixmap(playing ? u"pause"_s : u"play"_s, button_icon_size,
-                               Theme::current().text, devicePixelRatioF()));
+  draw_button();
   button_->setAccessibleName(playing ? u"Pause"_s : u"Play"_s);
   button_->setToolTip(button_->accessibleName());
+}
+
+void MovieView::draw_button() {
+  button_->setIcon(icon_pixmap(playing_ ? u"pause"_s : u"play"_s, button_icon_size,
+                               Theme::current().text, devicePixelRatioF()));
+}
+
+void MovieView::changeEvent(QEvent* event) {
+  const bool other_colors =
+      event->type() == QEvent::PaletteChange || event->type() == QEvent::StyleChange;
+  // The first ones come before the button is made.
+  if (other_colors && button_ != nullptr) draw_button();
+  QWidget::changeEvent(event);
 }
 
 void MovieView::stopPlayingMovie() {

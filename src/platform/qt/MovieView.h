@@ -42,10 +42,13 @@ class MovieView : public QWidget {
  private:
   void toggle();
   void set_playing(bool playing);
+  void draw_button();
+  // The picture on the button has the colour of the text.
+  void changeEvent(QEvent* event) override;
 
   Acts acts_;
   QLabel* picture_;
-  QToolButton* button_;
+  QToolButton* button_ = nullptr;
   QSlider* bar_;
   bool playing_ = false;
 };

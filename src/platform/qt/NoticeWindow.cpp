@@ -1,7 +1,9 @@
 #include "platform/qt/NoticeWindow.h"
 
 #include <QHBoxLayout>
+#include <QPainter>
 #include <QPushButton>
+#include <utility>
 
 #include "platform/qt/Icons.h"
 #include "platform/qt/Labels.h"
@@ -9,14 +11,32 @@
 #include "wizard/Notices.h"
 
 namespace norvo {
-namespace {}  // namespace
+namespace {
+
+// Drawn in the colours of the moment, which may change while the window is there.
+class MessageIcon : public QWidget {
+ public:
+  explicit MessageIcon(QString name) : name_(std::move(name)) {
+    setFixedSize(message_icon_size, message_icon_size);
+  }
+
+ protected:
+  void paintEvent(QPaintEvent* /*event*/) override {
+    QPainter painter(this);
+    draw_icon(painter, name_, rect(), Theme::current().accent);
+  }
+
+ private:
+  QString name_;
+};
+
+}  // namespace
 
 NoticeWindow::NoticeWindow(const Look& look, QWidget* parent) : QDialog(parent) {
   setObjectName(look.object_name);
   setWindowTitle(look.title);
-  auto* icon = new QLabel;
-  icon->setPixmap(
-      icon_pixmap(look.icon, message_icon_size, Theme::current().accent, devicePixelRatioF()));
+  auto* icon = new MessageIcon(look.icon);
+  icon->setObjectName(QStringLiteral("icon"));
   auto* title = new QLabel(look.title);
   title->setTextFormat(Qt::PlainText);
   title->setWordWrap(true);
