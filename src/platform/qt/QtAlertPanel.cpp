@@ -49,7 +49,8 @@ void lift_text(QLabel& label) {
 }  // namespace
 
 AlertAnswer QtAlertPanel::run(const Alert& alert) {
-  QMessageBox box(QApplication::activeWindow());
+  QWidget* const active = QApplication::activeWindow();
+  QMessageBox box(active != nullptr ? active : window_);
   box.setObjectName(u"alert"_s);
   box.setWindowTitle(to_qt(title_));
   box.setTextFormat(Qt::PlainText);

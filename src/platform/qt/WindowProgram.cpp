@@ -16,7 +16,7 @@ WindowProgram::WindowProgram(WindowSurroundings surroundings)
           main_thread_,
           {.decoder = surroundings_.decoder, .processes = 1, .wants_verdicts = false}),
       window_(window_content(controller_, drives_, thumbnails_)),
-      panel_(controller_.profile().APP_LONG_NAME),
+      panel_(controller_.profile().APP_LONG_NAME, &window_),
       notices_(
           window_, contact_texts(), [this] { return session_.saved_notice(); },
           [this](std::string_view name) { session_.contact_clicked(name); }),
