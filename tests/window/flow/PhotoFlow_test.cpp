@@ -232,7 +232,7 @@ TEST_F(PhotoFlow, AWholePhotoIsSaidToBeWhole) {
   }));
 }
 
-TEST_F(PhotoFlow, APhotoThatCannotBeShownHasThePlaceholderAndIsNotOpened) {
+TEST_F(PhotoFlow, APhotoThatCannotBeShownHasThePlaceholder) {
   // A header with nothing of a picture behind it.
   medium_.bytes.assign(64 * sector_size, 0x5A);
   const std::vector<std::uint8_t> header{0xFF, 0xD8, 0xFF, 0xE0, 0, 16, 'J', 'F', 'I', 'F', 0};

@@ -74,6 +74,10 @@ void DialogAnswers::expect_folder(const fs::path& folder) {
   expected_.push_back({"folder_chooser", "", folder});
 }
 
+void DialogAnswers::expect_image(const fs::path& image) {
+  expected_.push_back({"image_chooser", "", image});
+}
+
 void DialogAnswers::look() {
   if (expected_.empty()) return;
   for (QWidget* widget : QApplication::topLevelWidgets()) {
@@ -94,8 +98,8 @@ void DialogAnswers::look() {
 
 void DialogAnswers::answer(QWidget& dialog, const Expected& expected) {
   if (auto* chooser = qobject_cast<QFileDialog*>(&dialog)) {
-    if (expected.folder.empty()) return chooser->reject();
-    chooser->selectFile(path_to_qt(expected.folder));
+    if (expected.chosen.empty()) return chooser->reject();
+    chooser->selectFile(path_to_qt(expected.chosen));
     return static_cast<QDialog*>(chooser)->accept();
   }
   if (expected.button == "Escape") {

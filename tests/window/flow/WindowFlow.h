@@ -30,6 +30,9 @@ class DialogAnswers : public QObject {
   // As expect(), for the folder chooser.
   void expect_folder(const std::filesystem::path& folder);
 
+  // As expect(), for the chooser of disk images.
+  void expect_image(const std::filesystem::path& image);
+
   // Called with each dialog that comes up, before it is answered.
   std::function<void(QWidget& dialog)> on_dialog;
 
@@ -44,7 +47,7 @@ class DialogAnswers : public QObject {
   struct Expected {
     std::string dialog;
     std::string button;
-    std::filesystem::path folder;
+    std::filesystem::path chosen;
   };
   void look();
   void answer(QWidget& dialog, const Expected& expected);
