@@ -147,6 +147,7 @@ void ResultView::dataChanged(const QModelIndex& first, const QModelIndex& last,
                              const QList<int>& roles) {
   // A list lays all items out anew for each change, but a picture or a description moves none.
   if (!roles.isEmpty() && !roles.contains(Qt::DisplayRole)) {
+    // NOLINTNEXTLINE(bugprone-parent-virtual-call)
     return QAbstractItemView::dataChanged(first, last, roles);
   }
   QListView::dataChanged(first, last, roles);
