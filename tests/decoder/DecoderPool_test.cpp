@@ -3,81 +3,16 @@
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 
-#include <algorithm>
 #include <string>
 #include <thread>
 
-#include "decoder/PoolClient.h"
-#include "support/FileContent.h"
-#include "support/TemporaryFolder.h"
+#include "decoder/DecoderPoolTest.h"
 
 namespace norvo::test {
 namespace {
 
 using std::chrono::milliseconds;
 using Clock = std::chrono::steady_clock;
-
-// Files whose words tell the stand-in what to do, and one decoder unless said otherwise.
-class DecoderPoolTest : public ::testing::Test {
- protected:
-  DecoderPoolTest() {
-    settings_.decoder = NORVO_STAND_IN_DECODER;
-    settings_.processes = 1;
-    settings_.time_limit = std::chrono::seconds(20);
-  }
-
-  DecoderJob job(std::uint64_t id, const std::string& words, std::int32_t priority = 0) {
-    const auto path = folder_.path() / std::to_string(id);
-    write_file(path, words);
-    return {.id = id, .path = path, .box = {.width = 20, .height = 10}, .priority = priority};
-  }
-
-  // What becomes of one file after another good one, and that the next one is good again.
-  DecoderFailure fate_of(const std::string& words) {
-    DecoderPool pool(settings_, client_.callback());
-    pool.request(job(1, "good 1"));
-    EXPECT_TRUE(client_.wait_for(1));
-    pool.request(job(2, words));
-    EXPECT_TRUE(client_.wait_for(2));
-    pool.request(job(3, "good 3"));
-    EXPECT_TRUE(client_.wait_for(3));
-    EXPECT_EQ(client_.order(), (std::vector<std::uint64_t>{1, 2, 3}));
-    for (const std::uint64_t id : {1U, 3U}) EXPECT_TRUE(is_good(id)) << id;
-    const DecoderResult result = client_.results_of(2).at(0);
-    EXPECT_FALSE(result.picture);
-    EXPECT_TRUE(result.is_last);
-    EXPECT_EQ(result.verdict, Verdict{});
-    return result.failure;
-  }
-
-  bool is_good(std::uint64_t id) const {
-    const auto results = client_.results_of(id);
-    if (results.size() != 1 || !results[0].picture) return false;
-    const Picture& picture = *results[0].picture;
-    const auto expected = 0xFF000000U | static_cast<std::uint32_t>(id);
-    return results[0].failure == DecoderFailure::none && picture.pixels.size() == 200 &&
-           std::all_of(picture.pixels.begin(), picture.pixels.end(),
-                       [expected](std::uint32_t pixel) { return pixel == expected; });
-  }
-
-  // Fills the only decoder until release(), so that what is asked for meanwhile waits in the queue
-  // together.
-  void occupy(DecoderPool& pool) {
-    pool.request(job(1000, "held 1000"));
-    while (pool.started_processes() == 0) std::this_thread::sleep_for(milliseconds(1));
-  }
-  void release() const { replace(1000, "good 1000"); }
-
-  // Lets the decoder go on that is held by the file of this job.
-  void replace(std::uint64_t id, const std::string& words) const {
-    write_file(folder_.path() / "new", words);
-    std::filesystem::rename(folder_.path() / "new", folder_.path() / std::to_string(id));
-  }
-
-  TemporaryFolder folder_;
-  DecoderPoolSettings settings_;
-  PoolClient client_;
-};
 
 TEST(DecoderPool, LeavesOneCoreToOthers) {
   EXPECT_EQ(usual_processes(0), 1U) << "where the system does not tell";
@@ -136,85 +71,6 @@ TEST_F(DecoderPoolTest, AnAnswerToAnotherRequestIsRefused) {
 }
 TEST_F(DecoderPoolTest, ColoursAboveTheirAlphaAreRefused) {
   EXPECT_EQ(fate_of("colours"), DecoderFailure::bad_answer);
-}
-
-TEST_F(DecoderPoolTest, ADecoderThatHangsIsEndedByTheTimeLimit) {
-  settings_.time_limit = milliseconds(400);
-  settings_.patience = milliseconds(400);
-  for (const char* const words : {"hang", "stop", "stall"}) {
-    PoolClient client;
-    DecoderPool pool(settings_, client.callback());
-    const auto begin = Clock::now();
-    pool.request(job(2, words));
-    ASSERT_TRUE(client.wait_for(1)) << words;
-    EXPECT_EQ(client.results().at(0).failure, DecoderFailure::time_limit) << words;
-    EXPECT_GE(Clock::now() - begin, milliseconds(400)) << words;
-  }
-}
-
-TEST_F(DecoderPoolTest, ADecoderThatComputesForEverIsEndedByTheTimeLimit) {
-  settings_.time_limit = std::chrono::seconds(2);
-  settings_.patience = std::chrono::hours(1);
-  EXPECT_EQ(fate_of("compute"), DecoderFailure::time_limit);
-}
-
-TEST_F(DecoderPoolTest, ADecoderThatWaitsForAProcessorHasMoreTimeThanTheLimit) {
-  settings_.time_limit = milliseconds(100);
-  settings_.patience = std::chrono::hours(1);
-  DecoderPool pool(settings_, client_.callback());
-  // The time that the process takes to start would count as the first file's.
-  pool.request(job(1, "good 1"));
-  ASSERT_TRUE(client_.wait_for(1));
-  const std::uint64_t processes = pool.started_processes();
-  pool.request(job(2, "slow 600"));
-  ASSERT_TRUE(client_.wait_for(2));
-  EXPECT_EQ(client_.results_of(2).at(0).failure, DecoderFailure::none);
-  EXPECT_EQ(pool.started_processes(), processes);
-}
-
-TEST_F(DecoderPoolTest, ADecoderThatHangsAfterItsAnswerCostsTheNextFileNothing) {
-  settings_.time_limit = milliseconds(400);
-  settings_.patience = milliseconds(400);
-  DecoderPool pool(settings_, client_.callback());
-  pool.request(job(1, "hangs-after 1"));
-  ASSERT_TRUE(client_.wait_for(1));
-  pool.request(job(2, "good 2"));
-  ASSERT_TRUE(client_.wait_for(2));
-  EXPECT_TRUE(is_good(1));
-  EXPECT_TRUE(is_good(2));
-}
-
-TEST_F(DecoderPoolTest, ADecoderThatIsKeptFromTheProcessorsSaysNothingOfItsFile) {
-  settings_.background_patience = milliseconds(400);
-  settings_.patience = std::chrono::hours(1);
-  DecoderPool pool(settings_, client_.callback());
-  pool.set_background(true);
-  pool.request(job(1, "hang"));
-  ASSERT_TRUE(client_.wait_for(1));
-  EXPECT_EQ(client_.results().at(0).failure, DecoderFailure::starved);
-}
-
-TEST_F(DecoderPoolTest, ADecoderIsReplacedWhenItsRankChanges) {
-  DecoderPool pool(settings_, client_.callback());
-  for (std::uint64_t id = 1; id <= 6; ++id) {
-    pool.set_background(id == 3 || id == 4);
-    pool.request(job(id, "good " + std::to_string(id)));
-    ASSERT_TRUE(client_.wait_for(id));
-    EXPECT_TRUE(is_good(id)) << id;
-  }
-  EXPECT_EQ(pool.started_processes(), 3U);
-}
-
-// Other programs may keep it waiting for minutes.
-TEST_F(DecoderPoolTest, AFileThatWasBegunInTheBackgroundIsBegunAnewWhenThatIsOver) {
-  DecoderPool pool(settings_, client_.callback());
-  pool.set_background(true);
-  pool.request(job(1, "hang-in-background 1"));
-  while (pool.started_processes() == 0) std::this_thread::sleep_for(milliseconds(1));
-  pool.set_background(false);
-  ASSERT_TRUE(client_.wait_for(1));
-  EXPECT_TRUE(is_good(1));
-  EXPECT_EQ(pool.started_processes(), 2U);
 }
 
 TEST_F(DecoderPoolTest, WhatADecoderSaysTooMuchCostsNobodyAnything) {
