@@ -36,6 +36,7 @@ ELSEWHERE: dict[str, str] = {
     'build/fuzz/bin/signature_fuzz ...':
         'needs the fuzz build; its corpus is replayed by signature_fuzz_replay',
     'build/release/bin/damaged_pictures ...': 'damaged_pictures_test runs it with fewer variants',
+    'build/release/bin/damaged_movies ...': 'damaged_movies_test runs it with fewer variants',
     'docs/speed.md':
         'takes minutes on an idle machine, and measures instead of testing; benchmarks_test runs each '
         'script once with the smallest sizes',

@@ -1,6 +1,8 @@
 #include "platform/qt/MovieView.h"
 
+#include <QEvent>
 #include <QHBoxLayout>
+#include <QHideEvent>
 #include <QSignalBlocker>
 #include <QVBoxLayout>
 #include <algorithm>

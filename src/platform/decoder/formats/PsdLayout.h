@@ -1,5 +1,5 @@
 // Where things are in layered PSD and PSB files, and the rows of their flattened picture. Any bytes
-// may be given. Facts are those of Adobe's Photoshop File Formats Specification. Any thread.
+// may be given. Facts are those of Adobe's description of the file format. Any thread.
 #pragma once
 
 #include <array>
