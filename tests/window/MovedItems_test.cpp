@@ -3,8 +3,7 @@
 #include <QSignalSpy>
 #include <QTest>
 
-#include "platform/qt/ResultView.h"
-#include "window/WindowTest.h"
+#include "window/PhotoListTest.h"
 
 namespace norvo {
 namespace {
@@ -12,17 +11,8 @@ namespace {
 using Lines = std::vector<std::string>;
 using Kind = PictureJudgement::Kind;
 
-class MovedItemsTest : public WindowTest {
+class MovedItemsTest : public PhotoListTest {
  protected:
-  ResultView& view() { return find<ResultView>(Control::imageBrowser); }
-  QModelIndex item(int row) { return view().model()->index(row, 0); }
-
-  void show_photos(std::size_t count) {
-    show({Control::imageBrowser});
-    add_photos(count);
-    ASSERT_TRUE(wait_until([&] { return view().model()->rowCount() == static_cast<int>(count); }));
-  }
-
   void select(const std::vector<int>& rows) {
     view().clearSelection();
     for (const int row : rows) {

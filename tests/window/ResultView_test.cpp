@@ -6,7 +6,7 @@
 #include <QTest>
 
 #include "support/TemporaryFolder.h"
-#include "window/WindowTest.h"
+#include "window/PhotoListTest.h"
 
 namespace norvo {
 namespace {
@@ -14,17 +14,8 @@ namespace {
 using namespace Qt::StringLiterals;
 using Lines = std::vector<std::string>;
 
-class ResultViewTest : public WindowTest {
+class ResultViewTest : public PhotoListTest {
  protected:
-  ResultView& view() { return find<ResultView>(Control::imageBrowser); }
-  QModelIndex item(int row) { return view().model()->index(row, 0); }
-
-  void show_photos(std::size_t count) {
-    show({Control::imageBrowser});
-    add_photos(count);
-    ASSERT_TRUE(wait_until([&] { return view().model()->rowCount() == static_cast<int>(count); }));
-  }
-
   void click(int row, Qt::KeyboardModifiers keys = {}) {
     QTest::mouseClick(view().viewport(), Qt::LeftButton, keys,
                       view().visualRect(item(row)).center());
